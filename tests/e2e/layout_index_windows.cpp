@@ -34,6 +34,9 @@ LayoutIndex::LayoutIndex() {
     std::ifstream file(std::filesystem::path(windowsPathOf(CVH_LAYOUT_FILE)), std::ios::binary);
     const auto layout = nlohmann::json::parse(file);
     updateTime_ = layout.at("window").value("updateTime", 0);
+    for (const auto& item : layout.at("menu").value("items", nlohmann::json::array())) {
+        menuCommands_.push_back(item.value("commandId", 0));
+    }
     for (const auto& [kind, className] : classOfKind) {
         const auto& widgets = layout.at("widgets");
         if (!widgets.contains(kind)) {
@@ -53,6 +56,25 @@ HWND LayoutIndex::widget(HWND window, int id) const {
         throw std::out_of_range("no widget " + std::to_string(id) + " in the layout");
     }
     return ui::controlAt(window, place->second.className, place->second.position);
+}
+
+int LayoutIndex::menuPlaceOf(int commandId) const {
+    const auto isRunOrStop = [](int id) { return id == 1 || id == 2; };
+    int place = 0;
+    bool pairCounted = false;
+    for (int id : menuCommands_) {
+        if (id == commandId || (isRunOrStop(id) && isRunOrStop(commandId))) {
+            return place;
+        }
+        if (isRunOrStop(id)) {
+            if (pairCounted) {
+                continue;
+            }
+            pairCounted = true;
+        }
+        ++place;
+    }
+    return -1;
 }
 
 int LayoutIndex::idOf(const std::string& kind, const std::string& text) const {
