@@ -1,0 +1,27 @@
+#include "foundation/text.h"
+
+#include <stdexcept>
+
+namespace {
+
+// The standard libraries word these failures differently; the user sees one wording everywhere.
+template <typename Read> auto readNumber(Read read, const std::string& text, const char* name) {
+    try {
+        return read(text);
+    } catch (const std::invalid_argument&) {
+        throw std::invalid_argument(std::string("invalid ") + name + " argument");
+    } catch (const std::out_of_range&) {
+        throw std::out_of_range(std::string(name) + " argument out of range");
+    }
+}
+
+} // namespace
+
+int readInt(const std::string& text) {
+    return readNumber([](const std::string& t) { return std::stoi(t, nullptr, 10); }, text, "stoi");
+}
+
+unsigned long readUnsigned(const std::string& text) {
+    return readNumber([](const std::string& t) { return std::stoul(t, nullptr, 10); }, text,
+                      "stoul");
+}

@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Runs every test: installs what is missing, builds the linux, win64 and win32 presets, runs ctest
+# natively and under Wine (with a virtual display for the windows), and ends with both summaries.
+set -uo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+cd "$root"
+jobs=$(nproc)
+
+bash scripts/install-deps.sh || exit 1
+command -v ccache >/dev/null && export CORVANITE_LAUNCHER=ccache
+
+build() {
+    local log=build/build-$1.log
+    cmake --preset "$1" >"$log" 2>&1 && cmake --build --preset "$1" -j"$jobs" >>"$log" 2>&1
+    local status=$?
+    [ $status -ne 0 ] && tail -n 60 "$log"
+    return $status
+}
+
+mkdir -p build
+for preset in linux win64 win32; do
+    echo "== build $preset"
+    build "$preset" || { echo "build of $preset failed"; exit 1; }
+done
+
+echo "== shipped program: imports"
+python3 scripts/check-imports.py build/win32 || exit 1
+
+echo "== test linux"
+ctest --preset linux -j"$jobs" >build/ctest-linux.log 2>&1
+linux_status=$?
+
+source scripts/wine-session.sh
+trap wine_session_end EXIT
+wine_session_start "$root/build/win64/wineprefix"
+echo "== test win64 (Wine)"
+ctest --preset win64 -j"$jobs" >build/ctest-win64.log 2>&1
+win64_status=$?
+
+for preset in linux win64; do
+    echo "== ctest summary: $preset"
+    sed -n '/tests passed\|tests failed/,$p' "build/ctest-$preset.log"
+done
+[ $linux_status -eq 0 ] && [ $win64_status -eq 0 ]
