@@ -55,12 +55,17 @@ TcpConnection connectionOfRow(const TcpTableRow& row) {
     return connection;
 }
 
-std::vector<TcpConnection> tcpConnections() {
+std::vector<TcpConnection> connectionsOfRows(const std::vector<TcpTableRow>& rows) {
     std::vector<TcpConnection> connections;
-    for (const TcpTableRow& row : native::readTcpTable()) {
+    connections.reserve(rows.size());
+    for (const TcpTableRow& row : rows) {
         connections.push_back(connectionOfRow(row));
     }
     return connections;
+}
+
+std::vector<TcpConnection> tcpConnections() {
+    return connectionsOfRows(native::readTcpTable());
 }
 
 TcpConnection connectionOfProcess(std::uint32_t processId,

@@ -49,6 +49,7 @@ struct TcpTableRow {
 // The connection of one row: the state's word, the ports in host order, and a remote port of 0
 // for a listening row whatever the row holds.
 TcpConnection connectionOfRow(const TcpTableRow& row);
+std::vector<TcpConnection> connectionsOfRows(const std::vector<TcpTableRow>& rows);
 
 namespace native {
 
