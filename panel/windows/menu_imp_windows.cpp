@@ -16,8 +16,8 @@ constexpr UINT trayMessage = WM_USER + 1;
 
 } // namespace
 
-MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance)
-    : window(window), instance(instance) {
+MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::AppDataManager& layout)
+    : window(window), instance(instance), layout(layout) {
     if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr ||
         !showTrayIcon(true)) {
         Shell_NotifyIconW(NIM_DELETE, &notifyData);
@@ -31,8 +31,7 @@ MenuImpWindows::~MenuImpWindows() {
 }
 
 void MenuImpWindows::fillTooltip() {
-    const std::wstring tip =
-        fromCp1251(trayTipText(utils::AppDataManager::instance().window().title));
+    const std::wstring tip = fromCp1251(trayTipText(layout.window().title));
     const std::size_t room = sizeof(notifyData.szTip) / sizeof(notifyData.szTip[0]);
     const std::size_t length = std::min(tip.size(), room - 1);
     std::wmemcpy(notifyData.szTip, tip.c_str(), length);

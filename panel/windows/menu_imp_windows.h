@@ -4,6 +4,7 @@
 
 #include <shellapi.h>
 
+#include "panel/app_data_manager.h"
 #include "panel/menu_imp.h"
 
 // The tray icon and its popup menu. The two go together: the icon is what shows the menu, and the
@@ -11,7 +12,8 @@
 class MenuImpWindows : public MenuImp {
 public:
     // Makes the popup menu and adds the tray icon; "CVCP-006002" when either fails.
-    MenuImpWindows(HWND window, HINSTANCE instance);
+    MenuImpWindows(HWND window, HINSTANCE instance,
+                   const utils::AppDataManager& layout = utils::AppDataManager::instance());
     // Removes the icon and destroys the menu.
     ~MenuImpWindows() override;
 
@@ -39,4 +41,6 @@ private:
     HINSTANCE instance;
     HMENU menuHandle = nullptr;
     NOTIFYICONDATAW notifyData{};
+    // The tooltip shows the window's title from here.
+    const utils::AppDataManager& layout;
 };

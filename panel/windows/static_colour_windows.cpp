@@ -3,7 +3,7 @@
 #include <exception>
 #include <string>
 
-#include "diagnostics/system_facts.h"
+#include "diagnostics/os_info.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ int osGenerationOf(const std::function<std::string()>& versionName) {
 HBRUSH staticControlBrush(HDC context) {
     SetBkMode(context, TRANSPARENT);
     if (osGeneration == 0) {
-        osGeneration = osGenerationOf([] { return detector::osInfo().versionName; });
+        osGeneration = osGenerationOf([] { return detector::queryOsInfo().versionName; });
     }
     if (osGeneration < 11) {
         return static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));

@@ -22,14 +22,11 @@ constexpr WORD iconId = 202;
 // A fixed-size window: caption and close box, no minimise or maximise box.
 constexpr DWORD windowStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
 
-std::wstring layoutClassName() {
-    return fromCp1251(utils::AppDataManager::instance().window().className);
-}
-
 } // namespace
 
-WindowImpWindows::WindowImpWindows(std::string title, PixelPair size, HINSTANCE instance)
-    : WindowImp(std::move(title), size), instance(instance) {
+WindowImpWindows::WindowImpWindows(std::string title, PixelPair size, HINSTANCE instance,
+                                   const utils::AppDataManager& layout)
+    : WindowImp(std::move(title), size), instance(instance), layout(layout) {
     InitCommonControls();
     if (!registerWindowClass()) {
         throw BasicException(panelMessages.text("CVCP-006009"));
@@ -44,7 +41,7 @@ WindowImpWindows::~WindowImpWindows() {
 }
 
 bool WindowImpWindows::registerWindowClass() {
-    const std::wstring className = layoutClassName();
+    const std::wstring className = fromCp1251(layout.window().className);
     WNDCLASSEXW windowClass{};
     windowClass.cbSize = sizeof(windowClass);
     windowClass.style = CS_VREDRAW | CS_HREDRAW;
@@ -66,7 +63,7 @@ bool WindowImpWindows::create() {
     if (window != nullptr) {
         return true;
     }
-    const WindowRecord record = utils::AppDataManager::instance().window();
+    const WindowRecord record = layout.window();
     const auto [width, height] = size();
     // Centred on the primary screen, each half rounded down by itself.
     const auto screenWidth = static_cast<unsigned>(GetSystemMetrics(SM_CXSCREEN));
@@ -144,6 +141,6 @@ void WindowImpWindows::addCheckbox(const ButtonRecord& record) {
 
 void WindowImpWindows::createMenu() {
     if (!menu()) {
-        setMenu(std::make_shared<MenuImpWindows>(window, instance));
+        setMenu(std::make_shared<MenuImpWindows>(window, instance, layout));
     }
 }

@@ -4,14 +4,17 @@
 
 #include <string>
 
+#include "panel/app_data_manager.h"
 #include "panel/window_imp.h"
 
 // The native main window: its class, the fixed-size top-level window, the update timer, and the
 // way from window messages to the window's events.
 class WindowImpWindows : public WindowImp {
 public:
-    // Registers the window class that the layout names; "CVCP-006009" when that fails.
-    WindowImpWindows(std::string title, PixelPair size, HINSTANCE instance);
+    // Registers the window class that the layout names; "CVCP-006009" when that fails. The layout
+    // is the program's, or a test's own.
+    WindowImpWindows(std::string title, PixelPair size, HINSTANCE instance,
+                     const utils::AppDataManager& layout = utils::AppDataManager::instance());
     ~WindowImpWindows() override;
 
     // Makes the window, hidden and centred on the primary screen, and starts the update timer.
@@ -46,4 +49,5 @@ private:
 
     HINSTANCE instance;
     HWND window = nullptr;
+    const utils::AppDataManager& layout;
 };
