@@ -1,7 +1,6 @@
 #include "core/display_version.h"
 
 #include "foundation/registry.h"
-#include "host/library_version.h"
 
 const std::string& hostUninstallKey() {
     static const std::string key =
@@ -20,8 +19,4 @@ void syncDisplayVersion(const std::string& uninstallKey,
     if (*listed != version) {
         writeRegistryText(RegistryHive::CurrentUser, uninstallKey, "DisplayVersion", version);
     }
-}
-
-void syncDisplayVersion() {
-    syncDisplayVersion(hostUninstallKey(), [] { return libraryVersion(); });
 }

@@ -11,6 +11,7 @@
 #include "foundation/text.h"
 #include "host/host_language.h"
 #include "host/installation.h"
+#include "host/library_version.h"
 #include "panel/app_data_manager.h"
 
 namespace {
@@ -27,7 +28,7 @@ StartupSteps controlPanelSteps() {
         [] { quitRunningInstance(layoutClassName); },
         [] { return ensureSingleInstance(layoutClassName); },
         [] { return checkInstallation(); },
-        [] { syncDisplayVersion(); },
+        [] { syncDisplayVersion(hostUninstallKey(), [] { return libraryVersion(); }); },
         [](const std::string& commandLine) { return getApplication()->run(commandLine); },
     };
 }
