@@ -1,0 +1,49 @@
+#pragma once
+
+#include <atomic>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "foundation/messages/message_row.h"
+
+// Words of one language, by text id, in code page 1251.
+using MessageTable = std::map<std::string, std::string>;
+// The three languages' words, keyed by `Language`.
+using MessageTables = std::map<int, MessageTable>;
+
+// Replaces %1 to %5 by the arguments, in rising order. A null argument leaves its placeholder
+// as it stands; an empty one removes it. Each replacement searches again from the start.
+std::string substitutePlaceholders(std::string_view pattern, const char* a1 = nullptr,
+                                   const char* a2 = nullptr, const char* a3 = nullptr,
+                                   const char* a4 = nullptr, const char* a5 = nullptr);
+
+// Turns the UTF-8 rows of a catalogue into its three tables of code page 1251 words.
+MessageTables buildMessageTables(std::span<const MessageRow> rows);
+
+// A read-only set of the user's words in three languages, addressed by text id.
+class MessageCatalogue {
+public:
+    explicit MessageCatalogue(MessageTables tables);
+
+    // The row's words in the language in force, placeholders untouched. Throws
+    // std::out_of_range for an unknown language or id.
+    const char* text(const char* id) const;
+    // The row's words with the placeholders replaced; unused arguments are null.
+    std::string format(const char* id, const char* a1 = nullptr, const char* a2 = nullptr,
+                       const char* a3 = nullptr, const char* a4 = nullptr,
+                       const char* a5 = nullptr) const;
+    // Stores the language without a check: an invalid one shows at the next lookup.
+    void setLanguage(int language);
+
+    const MessageTables tables;
+    // Written on the window thread, read by background tasks: a lookup during a change may
+    // answer in either language.
+    std::atomic<int> language;
+};
+
+extern MessageCatalogue panelMessages;
+extern MessageCatalogue commonMessages;
+extern MessageCatalogue serviceMessages;
+extern MessageCatalogue zipMessages;
