@@ -1,8 +1,8 @@
-#include "host/file_version.h"
+#include "host/host_facts.h"
 
 #include "foundation/text.h"
+#include "host/file_version.h"
 #include "host/host_files.h"
-#include "host/installation.h"
 
 namespace {
 

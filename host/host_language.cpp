@@ -1,4 +1,4 @@
-#include "host/host_language.h"
+#include "host/host_facts.h"
 
 #include <string>
 

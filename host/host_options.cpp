@@ -1,11 +1,9 @@
 #include "host/host_options.h"
 
-#include <cstring>
-
+#include "core/message_box.h"
 #include "foundation/client_properties.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
-#include "host/user_shell.h"
 
 namespace {
 
@@ -15,10 +13,9 @@ constexpr const char* caption = "Corvanite";
 
 void setPortAutoselect(bool on) {
     try {
-        clientProperties().set("cv_port_autoselect", boolText(on));
+        clientProperties().set(portAutoselectKey, boolText(on));
         if (!on) {
-            const char* warning = panelMessages.text("CVCP-006105");
-            showMessageBox(caption, std::strlen(caption), warning, std::strlen(warning), 0, 0);
+            showMessageBox(caption, panelMessages.text("CVCP-006105"), 0);
         }
     } catch (...) {
     }
@@ -26,7 +23,7 @@ void setPortAutoselect(bool on) {
 
 void setUseUncPaths(bool on) {
     try {
-        clientProperties().set("cv_use_unc_paths", boolText(on));
+        clientProperties().set(useUncPathsKey, boolText(on));
     } catch (...) {
     }
 }

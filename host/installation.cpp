@@ -1,4 +1,4 @@
-#include "host/installation.h"
+#include "host/host_facts.h"
 
 #include <algorithm>
 #include <exception>
@@ -35,7 +35,8 @@ std::string installationPath() {
     std::string& path = cachedPath();
     if (path.empty()) {
         const std::string fallback = fallbackPath();
-        path = readRegistryText(RegistryHive::CurrentUser, productKey, pathValue).value_or(fallback);
+        path =
+            readRegistryText(RegistryHive::CurrentUser, productKey, pathValue).value_or(fallback);
     }
     return path;
 }

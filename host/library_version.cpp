@@ -1,10 +1,9 @@
-#include "host/library_version.h"
+#include "host/host_facts.h"
 
 #include <nlohmann/json.hpp>
 
 #include "host/addon_exports.h"
 #include "host/host_files.h"
-#include "host/installation.h"
 #include "host/service_domain.h"
 #include "host/shared_library.h"
 

@@ -7,7 +7,7 @@
 
 #include "foundation/exceptions.h"
 #include "foundation/filesys.h"
-#include "host/installation.h"
+#include "host/host_facts.h"
 #include "host/log_level.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "host/server_pid.h"
+#include "host/host_facts.h"
 
 #include <limits>
 #include <stdexcept>
@@ -9,7 +9,6 @@
 #include "foundation/text.h"
 #include "host/detector/processes.h"
 #include "host/host_files.h"
-#include "host/installation.h"
 
 std::uint32_t readServerPid() {
     const std::vector<std::uint8_t> bytes = filesys::readFile(installPathOf(pidFileName), 0, 0);

@@ -45,7 +45,8 @@ std::string trimmed(std::string text) {
 }
 
 std::string versionReply() {
-    const std::string version = trimmed(readSideFile(addonVersionSuffix).value_or(addonDoubleVersion));
+    const std::string version =
+        trimmed(readSideFile(addonVersionSuffix).value_or(addonDoubleVersion));
     return "{\"answer\":{\"version\":\"" + version + "\"}}";
 }
 
