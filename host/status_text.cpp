@@ -24,9 +24,11 @@ std::string uptimeText(std::uint64_t seconds) {
     const std::uint64_t hours = seconds % secondsPerDay / secondsPerHour;
     const std::uint64_t minutes = seconds % secondsPerHour / secondsPerMinute;
     const std::uint64_t rest = seconds % secondsPerMinute;
-    return twoDigits(days) + panelMessages.text("CVCP-000003") + twoDigits(hours) +
-           panelMessages.text("CVCP-000004") + twoDigits(minutes) +
-           panelMessages.text("CVCP-000005") + twoDigits(rest) + panelMessages.text("CVCP-000006");
+    // Each number stands a blank apart from its unit; the units carry the separators.
+    return twoDigits(days) + " " + panelMessages.text("CVCP-000003") + twoDigits(hours) + " " +
+           panelMessages.text("CVCP-000004") + twoDigits(minutes) + " " +
+           panelMessages.text("CVCP-000005") + twoDigits(rest) + " " +
+           panelMessages.text("CVCP-000006");
 }
 
 std::string addressLinkText(const std::string& port) {
