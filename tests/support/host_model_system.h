@@ -35,3 +35,18 @@ public:
 private:
     void* handle = nullptr;
 };
+
+// The server's stop kills every process named "CorvaniteHost.exe" of the user, so a test that
+// lets it do so must not run beside a test whose server it would take: tests that run servers
+// share this lock, the one that has them killed holds it alone. It is a file lock in the temporary
+// folder, held across the test processes of the machine (or of the Windows prefix).
+class HostModelServerLock {
+public:
+    explicit HostModelServerLock(bool exclusive);
+    ~HostModelServerLock();
+    HostModelServerLock(const HostModelServerLock&) = delete;
+    HostModelServerLock& operator=(const HostModelServerLock&) = delete;
+
+private:
+    std::intptr_t handle = -1;
+};

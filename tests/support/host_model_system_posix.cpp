@@ -1,10 +1,13 @@
 #include "tests/support/host_model_system.h"
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -61,3 +64,26 @@ std::uint16_t hostModelFreePort() {
 
 HostModelRegistryLock::HostModelRegistryLock() = default;
 HostModelRegistryLock::~HostModelRegistryLock() = default;
+
+HostModelServerLock::HostModelServerLock(bool exclusive) {
+    const std::string path =
+        (std::filesystem::temp_directory_path() / "corvanite-server-tests.lock").string();
+    const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (file < 0) {
+        throw std::runtime_error("the server tests' lock file can't be opened");
+    }
+    while (flock(file, exclusive ? LOCK_EX : LOCK_SH) != 0) {
+        if (errno != EINTR) {
+            close(file);
+            throw std::runtime_error("the server tests' lock can't be taken");
+        }
+    }
+    handle = file;
+}
+
+HostModelServerLock::~HostModelServerLock() {
+    if (handle >= 0) {
+        flock(static_cast<int>(handle), LOCK_UN);
+        close(static_cast<int>(handle));
+    }
+}

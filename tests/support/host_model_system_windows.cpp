@@ -4,6 +4,7 @@
 #include <winsock2.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 
 namespace {
@@ -76,5 +77,31 @@ HostModelRegistryLock::~HostModelRegistryLock() {
     if (handle != nullptr) {
         ReleaseMutex(handle);
         CloseHandle(handle);
+    }
+}
+
+HostModelServerLock::HostModelServerLock(bool exclusive) {
+    const std::wstring path =
+        (std::filesystem::temp_directory_path() / "corvanite-server-tests.lock").wstring();
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        throw std::runtime_error("the server tests' lock file can't be opened");
+    }
+    OVERLAPPED whole{};
+    if (!LockFileEx(file, exclusive ? LOCKFILE_EXCLUSIVE_LOCK : 0, 0, 1, 0, &whole)) {
+        CloseHandle(file);
+        throw std::runtime_error("the server tests' lock can't be taken");
+    }
+    handle = reinterpret_cast<std::intptr_t>(file);
+}
+
+HostModelServerLock::~HostModelServerLock() {
+    if (handle != -1) {
+        const HANDLE file = reinterpret_cast<HANDLE>(handle);
+        OVERLAPPED whole{};
+        UnlockFileEx(file, 0, 1, 0, &whole);
+        CloseHandle(file);
     }
 }
