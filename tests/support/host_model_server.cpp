@@ -56,12 +56,13 @@ std::set<std::uint32_t> HostModelServers::runningServerProcesses() const {
     return running;
 }
 
+// The double reads its switches from "host_double.cfg" beside it, one a line.
 void HostModelServers::ignoreQuit() const {
-    installation.writeText("CorvaniteHost.exe.ignore-quit", "");
+    installation.writeText("host_double.cfg", "ignore_quit\n");
 }
 
 void HostModelServers::neverListen() const {
-    installation.writeText("CorvaniteHost.exe.never-listen", "");
+    installation.writeText("host_double.cfg", "never_listen\n");
 }
 
 void HostModelServers::endAll() {
