@@ -1,0 +1,18 @@
+#include "core/shell_open.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+#include <shellapi.h>
+
+bool systemShellOpenPath(const std::wstring& path) {
+    // Called on whatever thread opens the folder; the result is deliberately not looked at.
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+    const HINSTANCE result =
+        ShellExecuteW(nullptr, L"open", path.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    return reinterpret_cast<INT_PTR>(result) > 32;
+}
+
+void systemShellOpenUrl(const std::wstring& url) {
+    ShellExecuteW(nullptr, L"open", url.c_str(), nullptr, nullptr, SW_SHOW);
+}
