@@ -21,8 +21,10 @@ std::string emitted(std::size_t count) {
     return text;
 }
 
+// Runs a copy of the double under a name of its own, which no other test's process carries.
 std::optional<std::string> capture(const std::string& arguments, std::int64_t seconds = 20) {
-    return detector::runAndCapture(hostDoubleExecutable() + " " + arguments, seconds);
+    const DoubleInstallation copy;
+    return detector::runAndCapture(copy.executable() + " " + arguments, seconds);
 }
 
 // A reader that hands out the given blocks one by one, then fails.
