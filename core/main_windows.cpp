@@ -9,9 +9,7 @@
 #include "core/single_instance.h"
 #include "foundation/language.h"
 #include "foundation/text.h"
-#include "host/host_language.h"
-#include "host/installation.h"
-#include "host/library_version.h"
+#include "host/host_facts.h"
 #include "panel/app_data_manager.h"
 
 namespace {

@@ -9,14 +9,31 @@ using namespace native_test;
 
 namespace {
 
+// The tray icon is the program's icon resource 202, which this test program doesn't hold: the
+// menus take the program's file as their module, loaded for its resources only.
+HMODULE loadProgramResources() {
+    const std::string unixPath = CORVANITE_BUILD_DIR "/core/CVHControlPanel.exe";
+    std::wstring path = L"Z:";
+    for (const char letter : unixPath) {
+        path += letter == '/' ? L'\\' : static_cast<wchar_t>(letter);
+    }
+    return LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+}
+
 class NativeMenu : public NativeFixture {
 protected:
     void SetUp() override {
         NativeFixture::SetUp();
         layout = layoutOf(windowLayout("CVHControlPanelMenuTest", 1000));
+        resources = loadProgramResources();
+        ASSERT_NE(resources, nullptr) << "the program CVHControlPanel.exe is built with the tests";
+    }
+    void TearDown() override {
+        FreeLibrary(resources);
+        NativeFixture::TearDown();
     }
     std::shared_ptr<MenuImpWindows> makeMenu() {
-        return std::make_shared<MenuImpWindows>(parent, instance, *layout);
+        return std::make_shared<MenuImpWindows>(parent, resources, *layout);
     }
     static MenuItem item(const char* text, std::int32_t id) {
         return {text, std::make_shared<CountingCommand>(id)};
@@ -28,6 +45,7 @@ protected:
     }
 
     std::unique_ptr<utils::AppDataManager> layout;
+    HMODULE resources = nullptr;
 };
 
 } // namespace
@@ -111,4 +129,14 @@ TEST_F(NativeMenu, ExecuteRunsTheFirstItemsCommand) {
     EXPECT_TRUE(menu->execute(4));
     EXPECT_EQ(first->runs, 1);
     EXPECT_FALSE(menu->execute(6));
+}
+
+TEST_F(NativeMenu, ModuleWithoutTheTrayIconFailsWithCVCP006002) {
+    // This test program has no icon 202.
+    try {
+        MenuImpWindows menu(parent, instance, *layout);
+        FAIL() << "no exception";
+    } catch (const BasicException& failure) {
+        EXPECT_STREQ(failure.what(), "Error creating control panel menu element");
+    }
 }

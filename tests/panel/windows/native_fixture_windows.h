@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <fstream>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -46,6 +47,37 @@ inline std::wstring textOf(HWND window) {
     GetWindowTextW(window, buffer, static_cast<int>(sizeof(buffer) / sizeof(buffer[0])));
     return buffer;
 }
+
+// The styles that the windows of this thread were asked for, as CreateWindowExW got them. Some
+// controls change their own style at creation (the combo box drops WS_BORDER, the tab control adds
+// WS_CLIPSIBLINGS), so the style read back later is not what the program asked for.
+class CreationStyles {
+public:
+    CreationStyles() {
+        styles().clear();
+        hook_ = SetWindowsHookExW(WH_CBT, record, nullptr, GetCurrentThreadId());
+    }
+    ~CreationStyles() { UnhookWindowsHookEx(hook_); }
+    CreationStyles(const CreationStyles&) = delete;
+    CreationStyles& operator=(const CreationStyles&) = delete;
+
+    LONG of(HWND window) const { return styles().at(window); }
+
+private:
+    static std::map<HWND, LONG>& styles() {
+        static std::map<HWND, LONG> created;
+        return created;
+    }
+    static LRESULT CALLBACK record(int code, WPARAM wParam, LPARAM lParam) {
+        if (code == HCBT_CREATEWND) {
+            const auto* creation = reinterpret_cast<CBT_CREATEWNDW*>(lParam);
+            styles()[reinterpret_cast<HWND>(wParam)] = static_cast<LONG>(creation->lpcs->style);
+        }
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    HHOOK hook_ = nullptr;
+};
 
 // A layout with the window record and no widgets; the window class and timer period are the
 // test's.

@@ -30,6 +30,7 @@ std::shared_ptr<CountingCommand> command(std::int32_t id) {
 } // namespace
 
 TEST_F(NativeWidgets, EachKindHasItsClassStyleAndControlId) {
+    const CreationStyles created;
     ButtonImpWindows button(place(0, 0, "CVCP-004001"), instance, parent, command(5));
     CheckboxImpWindows checkbox(place(0, 30, "CVCP-005402"), instance, parent, plainId,
                                 command(14));
@@ -59,7 +60,7 @@ TEST_F(NativeWidgets, EachKindHasItsClassStyleAndControlId) {
         wchar_t name[64] = {};
         GetClassNameW(table[row].handle, name, 64);
         EXPECT_EQ(_wcsicmp(name, table[row].className), 0) << row;
-        EXPECT_EQ(styleOf(table[row].handle), table[row].style) << row;
+        EXPECT_EQ(created.of(table[row].handle), table[row].style) << row;
         EXPECT_EQ(GetDlgCtrlID(table[row].handle), table[row].controlId) << row;
         EXPECT_EQ(table[row].kind, kinds[row]) << row;
         EXPECT_EQ(GetParent(table[row].handle), parent) << row;
@@ -129,13 +130,14 @@ TEST_F(NativeWidgets, ComboBoxValueThatIsNoCatalogueIdFails) {
 }
 
 TEST_F(NativeWidgets, LinkOnNoTabIsTransparentAndOthersAreNot) {
+    const CreationStyles created;
     SyslinkImpWindows onNoTab(place(0, 0, "CVCP-004101", -1), instance, parent, command(10));
     SyslinkImpWindows onTab(place(0, 30, "CVCP-004102", 1), instance, parent, command(11));
-    EXPECT_NE(styleOf(onNoTab.nativeHandle()) & LWS_TRANSPARENT, 0);
-    EXPECT_EQ(styleOf(onTab.nativeHandle()) & LWS_TRANSPARENT, 0);
+    EXPECT_EQ(created.of(onNoTab.nativeHandle()), LONG{0x50010001});
+    EXPECT_EQ(created.of(onTab.nativeHandle()), LONG{0x50010000});
     // No other kind changes with its tab.
     ButtonImpWindows button(place(0, 60, "CVCP-004001", -1), instance, parent, command(5));
-    EXPECT_EQ(styleOf(button.nativeHandle()), LONG{0x50010000});
+    EXPECT_EQ(created.of(button.nativeHandle()), LONG{0x50010000});
 }
 
 TEST_F(NativeWidgets, OnlyTheServicePageLinkHasATooltip) {
