@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/host_model_system.h"
+
 // A Corvanite installation of a test's own: a folder with the server and addon doubles, the layout
 // file, "conf/nginx.conf", "logs" and "tmp", named by the registry's "Path". The registry values
 // and the user's settings file that a test may change are put back, and every process started from
@@ -37,6 +39,13 @@ private:
 };
 
 class Installation {
+    // Held for the installation's whole life, taken before anything else and given back last.
+    // Its servers must not be killed by the host tests' stop test, which kills every server of the
+    // user while holding the server lock alone; and the product's registry values, which the
+    // installation and its program change, are shared by every test process of the prefix.
+    HostModelServerLock serverLock_{false};
+    HostModelRegistryLock registryLock_;
+
 public:
     Installation();
     ~Installation();

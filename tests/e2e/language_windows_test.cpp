@@ -17,20 +17,27 @@ TEST_F(LanguageChange, RewritesEveryTextAndStoresTheCode) {
     };
     for (const Case& choice : {Case{0, L"1049"}, Case{2, L"1058"}, Case{1, L"1033"}}) {
         ui::chooseComboEntry(languages, choice.index);
-        EXPECT_TRUE(waitForText(window, words("CVCP-001001", choice.index))) << choice.index;
-        EXPECT_EQ(installation.language.read(), std::optional<std::wstring>(choice.code));
-        EXPECT_EQ(ui::text(control(window, RunButton)), words("CVCP-000001", choice.index));
-        EXPECT_EQ(ui::text(control(window, StopButton)), words("CVCP-000002", choice.index));
+        // The window rewrites its texts one after another: each is waited for.
+        const int language = choice.index;
+        EXPECT_TRUE(waitForText(window, words("CVCP-001001", language))) << language;
+        EXPECT_TRUE(ui::waitUntil([&] { return installation.language.read() == choice.code; }));
+        EXPECT_TRUE(waitForText(control(window, RunButton), words("CVCP-000001", language)));
+        EXPECT_TRUE(waitForText(control(window, StopButton), words("CVCP-000002", language)));
         const int ok = layout.idOf("buttons", "CVCP-004001");
-        EXPECT_EQ(ui::text(control(window, ok)), words("CVCP-004001", choice.index));
+        EXPECT_TRUE(waitForText(control(window, ok), words("CVCP-004001", language)));
         HWND tabs = control(window, Tabs);
-        EXPECT_EQ(ui::tabCaption(tabs, 0), words("CVCP-002001", choice.index));
-        EXPECT_EQ(ui::tabCaption(tabs, 1), words("CVCP-002002", choice.index));
-        EXPECT_EQ(ui::comboEntry(languages, 0), words("CVCP-005101", choice.index));
-        EXPECT_EQ(ui::comboSelection(languages), choice.index);
+        EXPECT_TRUE(ui::waitUntil([&] {
+            return ui::tabCaption(tabs, 0) == words("CVCP-002001", language) &&
+                   ui::tabCaption(tabs, 1) == words("CVCP-002002", language);
+        })) << language;
+        EXPECT_TRUE(ui::waitUntil(
+            [&] { return ui::comboEntry(languages, 0) == words("CVCP-005101", language); }));
+        EXPECT_EQ(ui::comboSelection(languages), language);
         HWND levels = control(window, LogLevelBox);
-        EXPECT_EQ(ui::comboEntry(levels, 2), words("CVCP-005203", choice.index));
-        EXPECT_EQ(ui::text(control(window, PortAutoselectBox)), words("CVCP-005401", choice.index));
+        EXPECT_TRUE(ui::waitUntil(
+            [&] { return ui::comboEntry(levels, 2) == words("CVCP-005203", language); }));
+        EXPECT_TRUE(
+            waitForText(control(window, PortAutoselectBox), words("CVCP-005401", language)));
         // Texts made from the server's state follow at the next tick.
         EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000009", choice.index)));
     }

@@ -20,6 +20,12 @@ HWND PanelSession::startPanel(ProgramRun& run) {
     return window;
 }
 
+HWND PanelSession::control(HWND window, int id) const {
+    HWND found = nullptr;
+    ui::waitUntil([&] { return (found = layout.widget(window, id)) != nullptr; }, 20s);
+    return found;
+}
+
 bool PanelSession::waitForText(HWND control, const std::wstring& text,
                                std::chrono::milliseconds timeout) const {
     return ui::waitUntil([&] { return ui::text(control) == text; }, timeout);

@@ -34,7 +34,9 @@ class PanelSession : public ::testing::Test {
 protected:
     // Starts the program, waits for its window and for the server to run.
     HWND startPanel(ProgramRun& run);
-    HWND control(HWND window, int id) const { return layout.widget(window, id); }
+    // The control of the layout's widget id. The window exists before its controls, so this waits
+    // for it to be made; null when it doesn't come.
+    HWND control(HWND window, int id) const;
     // Waits until the control shows the text.
     bool waitForText(HWND control, const std::wstring& text,
                      std::chrono::milliseconds timeout = 20s) const;

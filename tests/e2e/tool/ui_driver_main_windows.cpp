@@ -3,6 +3,7 @@
 //   cvh_ui wait-ready [seconds]   waits until the window is shown and the link has the address
 //   cvh_ui tab INDEX              shows a tab of the window as a click on it would
 //   cvh_ui text ID                prints a control's text (layout id)
+//   cvh_ui controls               prints every control: class, place, visible, text
 // Exit code 0 on success, 1 when the window or control isn't there in time.
 #include <windows.h>
 
@@ -65,6 +66,24 @@ int printText(int id) {
     return 0;
 }
 
+int printControls() {
+    HWND window = panelWindow(std::chrono::seconds(10));
+    if (window == nullptr) {
+        return 1;
+    }
+    for (HWND child : ui::children(window)) {
+        RECT box{};
+        GetWindowRect(child, &box);
+        POINT corner{box.left, box.top};
+        ScreenToClient(window, &corner);
+        std::printf("%-16s %4ld %4ld %4ld %4ld %s %s\n", utf16ToUtf8(ui::className(child)).c_str(),
+                    corner.x, corner.y, box.right - box.left, box.bottom - box.top,
+                    ui::isVisible(child) ? "shown " : "hidden",
+                    utf16ToUtf8(ui::text(child)).c_str());
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -79,6 +98,9 @@ int main(int argc, char** argv) {
     if (command == "text" && argc > 2) {
         return printText(number);
     }
-    std::fprintf(stderr, "usage: cvh_ui wait-ready [seconds] | tab INDEX | text ID\n");
+    if (command == "controls") {
+        return printControls();
+    }
+    std::fprintf(stderr, "usage: cvh_ui wait-ready [seconds] | tab INDEX | text ID | controls\n");
     return 2;
 }
