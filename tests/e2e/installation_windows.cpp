@@ -5,6 +5,7 @@
 #include <shlobj.h>
 #include <tlhelp32.h>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -83,7 +84,45 @@ bool startsWithIgnoringCase(const std::wstring& text, const std::wstring& prefix
            _wcsnicmp(text.c_str(), prefix.c_str(), prefix.size()) == 0;
 }
 
+// The process and all its descendants, found by their parents' ids, the root first.
+std::vector<DWORD> processTree(DWORD root) {
+    std::vector<PROCESSENTRY32W> all;
+    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = Process32FirstW(snapshot, &entry); more;
+         more = Process32NextW(snapshot, &entry)) {
+        all.push_back(entry);
+    }
+    CloseHandle(snapshot);
+    std::vector<DWORD> tree{root};
+    for (std::size_t next = 0; next < tree.size(); ++next) {
+        for (const auto& process : all) {
+            if (process.th32ParentProcessID == tree[next] && process.th32ProcessID != root &&
+                std::find(tree.begin(), tree.end(), process.th32ProcessID) == tree.end()) {
+                tree.push_back(process.th32ProcessID);
+            }
+        }
+    }
+    return tree;
+}
+
+void endProcess(DWORD id) {
+    HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
+    if (process != nullptr) {
+        TerminateProcess(process, 9);
+        WaitForSingleObject(process, 5000);
+        CloseHandle(process);
+    }
+}
+
 } // namespace
+
+void endProcessTree(DWORD root) {
+    for (DWORD id : processTree(root)) {
+        endProcess(id);
+    }
+}
 
 std::wstring windowsPathOf(const std::string& unixPath) {
     std::wstring path = L"Z:" + widen(unixPath);
@@ -208,12 +247,7 @@ bool Installation::waitForServer(bool running, std::chrono::milliseconds timeout
 
 void Installation::killServer() const {
     for (DWORD id : serverProcesses()) {
-        HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
-        if (process != nullptr) {
-            TerminateProcess(process, 9);
-            WaitForSingleObject(process, 5000);
-            CloseHandle(process);
-        }
+        endProcess(id);
     }
 }
 
@@ -223,8 +257,11 @@ ProgramRun::ProgramRun(const std::wstring& commandLine) {
     if (!commandLine.empty()) {
         line += L" " + commandLine;
     }
+    // No standard handles: under Wine they would be the test runner's pipes, and every program
+    // that the panel starts would inherit them and keep the runner waiting.
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESTDHANDLES;
     if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                         &startup, &info_)) {
         throw std::runtime_error("the control panel can't be started");
@@ -232,10 +269,8 @@ ProgramRun::ProgramRun(const std::wstring& commandLine) {
 }
 
 ProgramRun::~ProgramRun() {
-    if (running()) {
-        TerminateProcess(info_.hProcess, 9);
-        WaitForSingleObject(info_.hProcess, 5000);
-    }
+    // The panel and whatever it started and left running: probes, the shell's handlers.
+    endProcessTree(info_.dwProcessId);
     CloseHandle(info_.hThread);
     CloseHandle(info_.hProcess);
 }

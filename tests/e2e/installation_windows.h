@@ -20,6 +20,9 @@ using namespace std::chrono_literals;
 // The Windows form of a path of the build machine ("/a/b" is "Z:\a\b").
 std::wstring windowsPathOf(const std::string& unixPath);
 
+// Ends the process and every process below it.
+void endProcessTree(DWORD root);
+
 // One registry value under HKEY_CURRENT_USER, kept as it was and restored at the end.
 class SavedRegistryValue {
 public:
