@@ -65,7 +65,22 @@ demo_session() {
     if [ -n "${DISPLAY:-}" ]; then
         export CORVANITE_OWN_DISPLAY=0
     fi
-    wine_session_start "$demo/wineprefix"
+    # Wine's server and display outlive this script: they get no part of its output, so that a
+    # pipe behind the script ends with it.
+    wine_session_start "$demo/wineprefix" </dev/null >/dev/null 2>&1
+    # A virtual display has no window manager to draw the frames: Wine then draws them itself.
+    local decorated=Y
+    [ -n "${CORVANITE_XVFB_PID:-}" ] && decorated=N
+    "$wine" 'C:\windows\system32\reg.exe' add 'HKCU\Software\Wine\X11 Driver' /v Decorated /t REG_SZ \
+        /d "$decorated" /f </dev/null >/dev/null 2>&1
+    # Wine's own Tahoma, the face of dialogs on Windows, and Marlett, which draws the frame's
+    # buttons: a prefix made here has no fonts of its own.
+    local font
+    for font in tahoma.ttf tahomabd.ttf marlett.ttf; do
+        if [ -f "/usr/share/wine/fonts/$font" ] && [ ! -f "$WINEPREFIX/drive_c/windows/Fonts/$font" ]; then
+            cp "/usr/share/wine/fonts/$font" "$WINEPREFIX/drive_c/windows/Fonts/"
+        fi
+    done
     echo "${CORVANITE_XVFB_PID:-}" >"$demo/xvfb.pid"
     echo "$DISPLAY" >"$demo/display"
 }

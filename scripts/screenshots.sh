@@ -8,6 +8,8 @@ source "$root/scripts/demo.sh"
 out=$root/docs/screenshots
 
 demo_build
+# A running demo holds the prefix and the single instance: it ends first.
+demo_stop >/dev/null
 mkdir -p "$demo" "$out"
 unset DISPLAY
 demo_session
@@ -24,8 +26,10 @@ for entry in ru:1049 en:1033 uk:1058; do
         # The window is centred on the screen; the picture is cut to it.
         import -window root -crop "$(xdotool search --sync --onlyvisible --class CVHControlPanel getwindowgeometry --shell | awk -F= '/WIDTH|HEIGHT|^X|^Y/ {v[$1]=$2} END {printf "%dx%d+%d+%d", v["WIDTH"], v["HEIGHT"], v["X"], v["Y"]}')" \
             "$out/panel-$name-tab$((tab + 1)).png"
+        # The picture keeps no trace of where it was cut from.
+        convert "$out/panel-$name-tab$((tab + 1)).png" +repage "$out/panel-$name-tab$((tab + 1)).png"
         echo "docs/screenshots/panel-$name-tab$((tab + 1)).png"
     done
     "$wine" "$program" --quit </dev/null >/dev/null 2>&1 || true
-    sleep 1
+    "$wine" "$ui_driver" wait-ended 30 </dev/null
 done

@@ -4,6 +4,7 @@
 //   cvh_ui tab INDEX              shows a tab of the window as a click on it would
 //   cvh_ui text ID                prints a control's text (layout id)
 //   cvh_ui controls               prints every control: class, place, visible, text
+//   cvh_ui wait-ended [seconds]   waits until no control panel runs (its instance mutex is gone)
 // Exit code 0 on success, 1 when the window or control isn't there in time.
 #include <windows.h>
 
@@ -66,6 +67,20 @@ int printText(int id) {
     return 0;
 }
 
+int waitEnded(int seconds) {
+    const bool ended = ui::waitUntil(
+        [] {
+            HANDLE mutex = OpenMutexW(SYNCHRONIZE, FALSE, L"CVHControlPanel");
+            if (mutex == nullptr) {
+                return true;
+            }
+            CloseHandle(mutex);
+            return false;
+        },
+        std::chrono::seconds(seconds));
+    return ended ? 0 : 1;
+}
+
 int printControls() {
     HWND window = panelWindow(std::chrono::seconds(10));
     if (window == nullptr) {
@@ -98,9 +113,13 @@ int main(int argc, char** argv) {
     if (command == "text" && argc > 2) {
         return printText(number);
     }
+    if (command == "wait-ended") {
+        return waitEnded(argc > 2 ? number : 30);
+    }
     if (command == "controls") {
         return printControls();
     }
-    std::fprintf(stderr, "usage: cvh_ui wait-ready [seconds] | tab INDEX | text ID | controls\n");
+    std::fprintf(stderr, "usage: cvh_ui wait-ready [seconds] | tab INDEX | text ID | controls | "
+                         "wait-ended [seconds]\n");
     return 2;
 }
