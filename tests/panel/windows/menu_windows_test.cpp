@@ -4,6 +4,7 @@
 #include "foundation/text.h"
 #include "panel/tray_tip.h"
 #include "panel/windows/menu_imp_windows.h"
+#include "tests/support/panel_live_window.h"
 
 using namespace native_test;
 
@@ -139,4 +140,24 @@ TEST_F(NativeMenu, ModuleWithoutTheTrayIconFailsWithCVCP006002) {
     } catch (const BasicException& failure) {
         EXPECT_STREQ(failure.what(), "Error creating control panel menu element");
     }
+}
+
+TEST_F(NativeMenu, MenuWithNeitherRunNorStopGetsTheEntryInTheModelOnly) {
+    // A running server: the tick wants Stop in the place of Run, which the menu lacks.
+    PanelLiveWindow panel;
+    panel.makeHost();
+    ASSERT_TRUE(panel.waitForServer(true));
+    auto menu = makeMenu();
+    menu->addItem(item("CVCP-003001", 4));
+    menu->addItem(item("CVCP-003002", 6));
+    menu->update();
+    ASSERT_EQ(menu->items().size(), 3u);
+    EXPECT_EQ(menu->items().back().id(), 2);
+    // The native menu had no entry to change.
+    EXPECT_EQ(GetMenuItemCount(menu->nativeMenu()), 2);
+    EXPECT_EQ(GetMenuState(menu->nativeMenu(), 2, MF_BYCOMMAND), static_cast<UINT>(-1));
+    // From then on the model is content, and the native menu never gets the entry.
+    menu->update();
+    EXPECT_EQ(menu->items().size(), 3u);
+    EXPECT_EQ(GetMenuItemCount(menu->nativeMenu()), 2);
 }

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "diagnostics/os_info.h"
 #include "foundation/exceptions.h"
 #include "panel/command_progress.h"
 #include "panel/window.h"
@@ -13,6 +14,7 @@
 #include "panel/windows/combobox_imp_windows.h"
 #include "panel/windows/dispatch_failure_windows.h"
 #include "panel/windows/label_imp_windows.h"
+#include "panel/windows/static_colour_windows.h"
 #include "panel/windows/tabpanel_imp_windows.h"
 #include "panel/windows/window_imp_windows.h"
 
@@ -256,4 +258,44 @@ TEST_F(NativeWindow, WindowModelRaisesCVCP006019WhenCreateFails) {
     } catch (const BasicException& failure) {
         EXPECT_STREQ(failure.what(), "Error creating control panel window");
     }
+}
+
+TEST_F(NativeWindow, LabelsTakeTheirBackgroundFromTheWindow) {
+    auto window = makeWindow();
+    HWND label = labelOnTab(*window, 20, -1, 0);
+    HDC context = GetDC(label);
+    SetBkMode(context, OPAQUE);
+    const auto brush = reinterpret_cast<HBRUSH>(
+        SendMessageW(window->nativeHandle(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+                     reinterpret_cast<LPARAM>(label)));
+    EXPECT_EQ(GetBkMode(context), TRANSPARENT);
+    const int generation = osGenerationOf([] { return detector::queryOsInfo().versionName; });
+    if (generation < 11) {
+        EXPECT_EQ(brush, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    } else {
+        LOGBRUSH colour{};
+        GetObjectW(brush, sizeof(colour), &colour);
+        EXPECT_EQ(colour.lbColor, RGB(0xF9, 0xF9, 0xF9));
+    }
+    // The label itself sets no colour: on a parent that doesn't answer, the system's brush stays.
+    LabelImpWindows plain(place(0, 0, "x"), instance, parent);
+    const auto systemBrush = reinterpret_cast<HBRUSH>(
+        SendMessageW(parent, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+                     reinterpret_cast<LPARAM>(plain.nativeHandle())));
+    EXPECT_NE(systemBrush, brush);
+    ReleaseDC(label, context);
+    window->destroy();
+}
+
+TEST(StaticColour, GenerationIsTheVersionNamesNumberAndOtherwiseTen) {
+    struct Case {
+        const char* name;
+        int generation;
+    };
+    for (const Case& row : {Case{"10", 10}, Case{"11", 11}, Case{"XP", 10}, Case{"Vista", 10},
+                            Case{"Server 2019", 10}, Case{"", 10}}) {
+        EXPECT_EQ(osGenerationOf([&] { return std::string(row.name); }), row.generation)
+            << row.name;
+    }
+    EXPECT_EQ(osGenerationOf([]() -> std::string { throw std::runtime_error("no WMI"); }), 10);
 }
