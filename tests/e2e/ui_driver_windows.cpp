@@ -218,12 +218,13 @@ std::optional<MessageBoxSeen> waitForMessageBox(DWORD processId,
     if (box == nullptr) {
         return std::nullopt;
     }
-    MessageBoxSeen seen{text(box), {}};
-    // The box fills its text in while it is being shown; wait for it to be there.
+    MessageBoxSeen seen;
+    // The box fills in its caption and text while it is being shown; wait for both.
     waitUntil([&] {
         HWND message = GetDlgItem(box, messageBoxTextId);
+        seen.caption = text(box);
         seen.text = message != nullptr ? text(message) : std::wstring();
-        return !seen.text.empty();
+        return !seen.caption.empty() && !seen.text.empty();
     });
     return seen;
 }
