@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing, fuzzing (clang with libFuzzer) and the demo need. Does nothing when all are
-# there; otherwise runs apt-get (as root, or through sudo) after one package index update.
+# Installs the Debian packages that building, testing (clang with libFuzzer for the fuzz targets) and
+# the demo need. Does nothing when all are there; otherwise runs apt-get (as root, or through sudo)
+# after one package index update.
 set -euo pipefail
 
 packages=(
