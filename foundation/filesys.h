@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The program's one door to files and folders. Paths are UTF-8; slashes and backslashes are both
+// separators. Failures are the filesys:: exceptions of foundation/exceptions.h, except where an
+// operation says that it reports by its result.
+namespace filesys {
+
+// The text behind the last slash or backslash; the whole path when there is none.
+std::string fileNameOf(std::string_view path);
+// The text before the last slash or backslash; the whole path when there is none, so that the
+// folder of a bare name is the name itself.
+std::string directoryOf(std::string_view path);
+// base, "/", name: always a forward slash, even behind a base that ends in a separator.
+std::string joinPath(std::string_view base, const char* name);
+
+// Whether the file opens for reading. Takes the narrow route: the name goes to the system in code
+// page 1251, so a folder, an unreadable file or a name outside that code page is never found.
+bool exists(const char* path);
+
+// The bare names in a folder, without "." and "..", in the system's order. A missing folder is an
+// empty list when missingIsEmpty; any other failure is ReadFolderError.
+std::vector<std::string> listDirectory(std::string_view path, bool files, bool folders,
+                                       bool missingIsEmpty);
+
+// The whole file. A limit of 0 means no limit; a file beyond a limit fails like a file that
+// can't be read: ReadFileError in every case.
+std::vector<std::uint8_t> readFile(std::string_view path, std::uint32_t minSize = 0,
+                                   std::uint32_t maxSize = 0);
+
+// Replaces the file's content in place, creating a missing file in an existing folder. Only a
+// failure to open is reported (WriteFileError); a write that fails later goes unnoticed.
+void writeFile(std::string_view path, const std::vector<std::uint8_t>& bytes);
+void writeFile(std::string_view base, const char* name, const std::vector<std::uint8_t>& bytes);
+template <typename Iterator> void writeFile(std::string_view path, Iterator begin, Iterator end) {
+    writeFile(path, std::vector<std::uint8_t>(begin, end));
+}
+
+// True when the file is gone, also when it was never there; false for any other failure.
+bool deleteFile(std::string_view path);
+
+// A folder of the system by its CSIDL number. Throws std::runtime_error for an unknown one.
+std::string specialFolder(int csidl);
+std::string localAppDataFolder();
+std::string programFilesFolder();
+std::string profileFolder();
+
+// The platform bodies under the operations above; callers use those.
+namespace native {
+
+// The outcome of listing a folder, in the terms that decide between an empty list and a failure:
+// only a missing folder is pathNotFound.
+enum class ListOutcome { listed, pathNotFound, failed };
+
+struct FolderEntry {
+    std::string name;
+    bool isFolder;
+};
+
+ListOutcome listFolder(std::string_view path, std::vector<FolderEntry>& entries);
+// Open a file for binary reading or writing by its UTF-8 path, sharing it with everyone. A folder
+// never opens.
+bool openInput(std::ifstream& stream, std::string_view path);
+bool openOutput(std::ofstream& stream, std::string_view path);
+// Whether a narrow stream opens the file under its name in code page 1251.
+bool opensNarrow(std::string_view path);
+// True when the file was removed or was not there; a missing folder is not "not there".
+bool removeFile(std::string_view path);
+// The folder, or nothing when the system doesn't know the number.
+std::optional<std::string> systemFolder(int csidl);
+
+} // namespace native
+
+} // namespace filesys

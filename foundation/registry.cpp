@@ -1,0 +1,27 @@
+#include "foundation/registry.h"
+
+#include "foundation/text.h"
+
+#include <algorithm>
+
+std::optional<std::vector<std::uint8_t>>
+readRegistryBytes(RegistryHive hive, std::string_view keyPath, const char* valueName) {
+    return registry_native::readValue(hive, std::string(keyPath), valueName);
+}
+
+// A value of another type than text is read as text all the same.
+std::optional<std::string> readRegistryText(RegistryHive hive, std::string_view keyPath,
+                                            std::string_view valueName) {
+    const auto bytes = readRegistryBytes(hive, keyPath, std::string(valueName).c_str());
+    if (!bytes) {
+        return std::nullopt;
+    }
+    const auto end = std::find(bytes->begin(), bytes->end(), std::uint8_t{0});
+    return cp1251ToUtf8(std::string(bytes->begin(), end));
+}
+
+bool writeRegistryText(RegistryHive hive, std::string_view keyPath, std::string_view valueName,
+                       std::string_view text) {
+    return registry_native::writeTextValue(hive, std::string(keyPath), std::string(valueName),
+                                           utf8ToCp1251(text));
+}

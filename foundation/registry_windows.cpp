@@ -1,0 +1,69 @@
+#include "foundation/registry.h"
+
+#include <windows.h>
+
+namespace registry_native {
+
+namespace {
+
+HKEY handleOf(RegistryHive hive) {
+    return hive == RegistryHive::LocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+// Owns one opened key for the length of one call.
+class RegKeySession {
+public:
+    RegKeySession() = default;
+    RegKeySession(const RegKeySession&) = delete;
+    RegKeySession& operator=(const RegKeySession&) = delete;
+    virtual ~RegKeySession() { RegCloseKey(key); }
+
+    HKEY key = nullptr;
+};
+
+// The result of opening isn't looked at: a key that didn't open makes the value call that follows
+// fail, and that is the failure reported. KEY_WOW64_64KEY shows the 32-bit program the registry
+// that 64-bit programs see.
+class RegKeyReadSession : public RegKeySession {
+public:
+    RegKeyReadSession(RegistryHive hive, const std::string& path) {
+        RegOpenKeyExA(handleOf(hive), path.c_str(), 0, KEY_READ | KEY_WOW64_64KEY, &key);
+    }
+};
+
+class RegKeyWriteSession : public RegKeySession {
+public:
+    RegKeyWriteSession(RegistryHive hive, const std::string& path) {
+        RegOpenKeyExA(handleOf(hive), path.c_str(), 0, KEY_WRITE | KEY_WOW64_64KEY, &key);
+    }
+};
+
+} // namespace
+
+std::optional<std::vector<std::uint8_t>> readValue(RegistryHive hive, const std::string& keyPath,
+                                                   const char* valueName) {
+    const RegKeyReadSession session(hive, keyPath);
+    DWORD size = 0;
+    if (RegQueryValueExA(session.key, valueName, nullptr, nullptr, nullptr, &size) != 0) {
+        return std::nullopt;
+    }
+    std::vector<std::uint8_t> data(size, 0);
+    if (size == 0) {
+        return data;
+    }
+    if (RegQueryValueExA(session.key, valueName, nullptr, nullptr, data.data(), &size) != 0) {
+        return std::nullopt;
+    }
+    data.resize(size);
+    return data;
+}
+
+bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::string& valueName,
+                    const std::string& cp1251) {
+    const RegKeyWriteSession session(hive, keyPath);
+    const auto* bytes = reinterpret_cast<const BYTE*>(cp1251.data());
+    return RegSetValueExA(session.key, valueName.c_str(), 0, REG_SZ, bytes,
+                          static_cast<DWORD>(cp1251.size())) == 0;
+}
+
+} // namespace registry_native
