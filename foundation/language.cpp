@@ -7,7 +7,7 @@ namespace {
 
 const std::string productKey = "Software\\Ormal Co\\CorvaniteHost";
 const std::string languageValue = "Language";
-// The first start, before anything was stored, is in Russian.
+// Before the first start nothing is stored, and the first start is in Russian.
 const std::string defaultCode = "1049";
 
 } // namespace
@@ -22,12 +22,7 @@ void applyLanguage(int language) {
     commonMessages.setLanguage(language);
     serviceMessages.setLanguage(language);
     panelMessages.setLanguage(language);
-    for (const auto& [code, codeLanguage] : languageCodes) {
-        if (codeLanguage == language) {
-            writeRegistryText(RegistryHive::CurrentUser, productKey, languageValue, code);
-            return;
-        }
-    }
+    storeLanguageCode(productKey, language);
 }
 
 Language languageFromCode(const std::optional<std::string>& code) {
@@ -35,11 +30,26 @@ Language languageFromCode(const std::optional<std::string>& code) {
     return found == languageCodes.end() ? Language::Ukrainian : found->second;
 }
 
-Language startupLanguage() {
+Language storedLanguage(std::string_view keyPath) {
     try {
         return languageFromCode(
-            readRegistryText(RegistryHive::CurrentUser, productKey, languageValue));
+            readRegistryText(RegistryHive::CurrentUser, keyPath, languageValue));
     } catch (...) {
         return Language::Ukrainian;
     }
+}
+
+void storeLanguageCode(std::string_view keyPath, int language) {
+    // The map has no inverse: the first code in key order that names the language is stored.
+    for (const auto& [code, codeLanguage] : languageCodes) {
+        if (codeLanguage == language) {
+            // A key that the installer didn't make can't take the value; that is no failure.
+            writeRegistryText(RegistryHive::CurrentUser, keyPath, languageValue, code);
+            return;
+        }
+    }
+}
+
+Language startupLanguage() {
+    return storedLanguage(productKey);
 }

@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 // The user's language. The numbers are the keys of the catalogue tables and the positions
 // of the language list in the window.
@@ -18,5 +19,13 @@ void applyLanguage(int language);
 // The language for a stored code: no code means Russian, an unknown one Ukrainian.
 Language languageFromCode(const std::optional<std::string>& code);
 
-// The language stored in the registry, for the program's start.
+// The language stored in the value "Language" of a key under HKEY_CURRENT_USER; any failure on
+// the way gives Ukrainian.
+Language storedLanguage(std::string_view keyPath);
+
+// Stores the code of the language in the value "Language" of a key under HKEY_CURRENT_USER; a
+// language without a code stores nothing.
+void storeLanguageCode(std::string_view keyPath, int language);
+
+// The language stored in the product's registry key, for the program's start.
 Language startupLanguage();

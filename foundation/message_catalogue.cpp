@@ -32,7 +32,7 @@ std::string substitutePlaceholders(std::string_view pattern, const char* a1, con
         if (argument == nullptr) {
             continue;
         }
-        const std::string placeholder = "%" + std::to_string(i);
+        const std::string placeholder{'%', static_cast<char>('0' + i)};
         // Searching from the start each time lets an argument carry a later placeholder.
         while (!result.empty()) {
             const std::size_t at = result.find(placeholder);

@@ -9,9 +9,13 @@ template <typename Read> auto readNumber(Read read, const std::string& text, con
     try {
         return read(text);
     } catch (const std::invalid_argument&) {
-        throw std::invalid_argument(std::string("invalid ") + name + " argument");
+        std::string words = "invalid ";
+        words.append(name).append(" argument");
+        throw std::invalid_argument(words);
     } catch (const std::out_of_range&) {
-        throw std::out_of_range(std::string(name) + " argument out of range");
+        std::string words = name;
+        words.append(" argument out of range");
+        throw std::out_of_range(words);
     }
 }
 

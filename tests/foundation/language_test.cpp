@@ -5,11 +5,19 @@
 
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
+#include "foundation/registry.h"
 #include "foundation/text.h"
+
+// A key of the tests' own under HKEY_CURRENT_USER (registry_*_test.cpp).
+std::string makeTestKey();
+void removeTestKey(const std::string& keyPath);
 
 namespace {
 
-// Brings the catalogues back to the language they had before a test applied another.
+const char* const productKey = "Software\\Ormal Co\\CorvaniteHost";
+
+// Brings the catalogues back to the language they had before a test applied another, and the
+// product's stored language code to the one it had, where there was one.
 class LanguageTest : public ::testing::Test {
 protected:
     ~LanguageTest() override {
@@ -17,12 +25,29 @@ protected:
         serviceMessages.setLanguage(service);
         panelMessages.setLanguage(panel);
         zipMessages.setLanguage(zip);
+        if (storedCode) {
+            writeRegistryText(RegistryHive::CurrentUser, productKey, "Language", *storedCode);
+        }
     }
 
     int common = commonMessages.language.load();
     int service = serviceMessages.language.load();
     int panel = panelMessages.language.load();
     int zip = zipMessages.language.load();
+    std::optional<std::string> storedCode =
+        readRegistryText(RegistryHive::CurrentUser, productKey, "Language");
+};
+
+// A registry key of the test's own, removed afterwards.
+class StoredLanguage : public ::testing::Test {
+protected:
+    void TearDown() override { removeTestKey(key); }
+
+    void store(const char* code) {
+        ASSERT_TRUE(writeRegistryText(RegistryHive::CurrentUser, key, "Language", code));
+    }
+
+    std::string key = makeTestKey();
 };
 
 } // namespace
@@ -81,4 +106,43 @@ TEST(StartupLanguage, EnglishCodeGivesEnglish) {
     EXPECT_EQ(languageFromCode(std::string("1033")), Language::English);
     EXPECT_EQ(languageFromCode(std::string("1049")), Language::Russian);
     EXPECT_EQ(languageFromCode(std::string("1058")), Language::Ukrainian);
+}
+
+TEST_F(StoredLanguage, UnknownCodeGivesUkrainian) {
+    store("1041");
+    EXPECT_EQ(storedLanguage(key), Language::Ukrainian);
+}
+
+TEST_F(StoredLanguage, MissingValueGivesRussian) {
+    EXPECT_EQ(storedLanguage(key), Language::Russian);
+}
+
+TEST_F(StoredLanguage, EnglishCodeGivesEnglish) {
+    store("1033");
+    EXPECT_EQ(storedLanguage(key), Language::English);
+}
+
+TEST_F(StoredLanguage, MissingKeyGivesRussian) {
+    EXPECT_EQ(storedLanguage(key + "\\Missing"), Language::Russian);
+}
+
+TEST_F(StoredLanguage, StoringWritesTheLanguagesCode) {
+    storeLanguageCode(key, Language::English);
+    EXPECT_EQ(readRegistryText(RegistryHive::CurrentUser, key, "Language"), "1033");
+    storeLanguageCode(key, Language::Ukrainian);
+    EXPECT_EQ(readRegistryText(RegistryHive::CurrentUser, key, "Language"), "1058");
+    EXPECT_EQ(storedLanguage(key), Language::Ukrainian);
+}
+
+TEST_F(StoredLanguage, LanguageWithoutCodeStoresNothing) {
+    storeLanguageCode(key, 3);
+    EXPECT_EQ(readRegistryText(RegistryHive::CurrentUser, key, "Language"), std::nullopt);
+    store("1049");
+    storeLanguageCode(key, -1);
+    EXPECT_EQ(readRegistryText(RegistryHive::CurrentUser, key, "Language"), "1049");
+}
+
+TEST(StartupLanguage, ReadsTheProductKey) {
+    EXPECT_EQ(startupLanguage(), languageFromCode(readRegistryText(RegistryHive::CurrentUser,
+                                                                   productKey, "Language")));
 }

@@ -1,0 +1,217 @@
+#include "host/corvanite_host.h"
+
+#include <chrono>
+#include <exception>
+#include <functional>
+#include <stdexcept>
+#include <thread>
+
+#include "core/message_box.h"
+#include "core/shell_open.h"
+#include "foundation/filesys.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+#include "host/detector/launch_process.h"
+#include "host/detector/processes.h"
+#include "host/detector/tcp_connections.h"
+#include "host/detector/wait_until.h"
+#include "host/host_facts.h"
+#include "host/host_files.h"
+#include "host/nginx_config.h"
+#include "host/service_domain.h"
+
+namespace {
+
+constexpr const char* caption = "Corvanite";
+constexpr const char* productWord = "Corvanite";
+// nginx's own way to stop: the executable once more with the signal option.
+constexpr const char* stopArguments = " -s quit";
+constexpr std::int64_t startTimeoutSeconds = 90;
+constexpr std::int64_t stopTimeoutSeconds = 20;
+// Inside the check itself; the wait adds its own pause between checks.
+constexpr auto checkDelay = std::chrono::milliseconds(500);
+
+// A failed run of the server's executable. The words are looked up when they are read, so that
+// they follow a change of language made meanwhile.
+class ServerError : public std::exception {
+public:
+    explicit ServerError(std::uint8_t kind) : kind(kind) {}
+
+    const char* what() const noexcept override {
+        switch (kind) {
+        case 0:
+            return panelMessages.text("CVCP-006014");
+        case 1:
+            return panelMessages.text("CVCP-006015");
+        default:
+            return panelMessages.text("CVCP-006016");
+        }
+    }
+
+    // 0 for a failed start, 1 for a failed stop.
+    std::uint8_t kind;
+};
+
+// Holds `busy` for the length of an operation, exceptions included.
+class BusyGuard {
+public:
+    explicit BusyGuard(std::atomic<bool>& flag) : flag(flag) {
+        flag.store(true, std::memory_order_relaxed);
+    }
+    ~BusyGuard() { flag.store(false, std::memory_order_relaxed); }
+    BusyGuard(const BusyGuard&) = delete;
+    BusyGuard& operator=(const BusyGuard&) = delete;
+
+private:
+    std::atomic<bool>& flag;
+};
+
+// The master process holds no connection of interest: the port belongs to its first child, the
+// worker. Raises detector::ConnectionNotFound while the worker isn't there or doesn't listen yet.
+detector::TcpConnection serverConnection(std::uint32_t masterPid) {
+    return detector::connectionOfProcess(detector::childProcessId(masterPid));
+}
+
+// A server counts as up when the pid file names a living process whose worker owns a connection,
+// and as down when the pid file or its process is gone.
+std::function<bool()> serverReachedCheck(bool expected) {
+    return [expected] {
+        std::this_thread::sleep_for(checkDelay);
+        if (isServerRunning() != expected) {
+            return false;
+        }
+        if (!expected) {
+            return true;
+        }
+        try {
+            serverConnection(readServerPid());
+        } catch (...) {
+            return false;
+        }
+        return true;
+    };
+}
+
+} // namespace
+
+CorvaniteHost::CorvaniteHost() {
+    startServer();
+}
+
+std::shared_ptr<CorvaniteHost> getHost() {
+    static std::shared_ptr<CorvaniteHost> host;
+    if (!host) {
+        host = std::make_shared<CorvaniteHost>();
+    }
+    return host;
+}
+
+ServerStatus CorvaniteHost::serverStatus() {
+    ServerStatus status;
+    if (busy.load(std::memory_order_relaxed)) {
+        return status;
+    }
+    std::uint32_t pid = 0;
+    std::uint64_t seconds = 0;
+    try {
+        pid = readServerPid();
+        seconds = detector::processUptime(pid);
+    } catch (...) {
+        seconds = 0;
+    }
+    if (seconds == 0) {
+        address.clear();
+        port.clear();
+        return status;
+    }
+    // The connection table is costly: it is read only until the address and port are known.
+    if (address.empty() || port.empty()) {
+        try {
+            const detector::TcpConnection connection = serverConnection(pid);
+            address = detector::ipv4Text(connection.localAddress);
+            port = std::to_string(connection.localPort);
+        } catch (const std::exception&) {
+            return status;
+        }
+    }
+    status.running = true;
+    status.time = uptimeText(seconds);
+    status.port = port;
+    status.address = address;
+    return status;
+}
+
+void CorvaniteHost::startServer() {
+    const BusyGuard guard(busy);
+    bool running = false;
+    try {
+        running = detector::findProcess(hostFileName, true, readServerPid());
+    } catch (...) {
+        running = false;
+    }
+    if (running) {
+        return;
+    }
+    // A pid file without its process is stale, and a server started beside it could be taken
+    // for a running one.
+    filesys::deleteFile(installPathOf(pidFileName));
+    controlServer(false);
+}
+
+void CorvaniteHost::stopServer() {
+    const BusyGuard guard(busy);
+    if (isServerRunning()) {
+        controlServer(true);
+    }
+}
+
+void CorvaniteHost::applyLogLevel() {
+    const int result = NginxConfig().writeLevel();
+    if (result == NginxConfig::Refused) {
+        showMessageBox(caption, panelMessages.text("CVCP-006101"), 0);
+        return;
+    }
+    if (result != NginxConfig::Written) {
+        return;
+    }
+    // A stopped server stays stopped: the new level counts from its next start.
+    const BusyGuard guard(busy);
+    if (isServerRunning()) {
+        controlServer(true);
+        controlServer(false);
+    }
+}
+
+void CorvaniteHost::controlServer(bool stop) {
+    // The server may come back on another port.
+    address.clear();
+    port.clear();
+    if (!checkInstallation()) {
+        throw std::runtime_error(panelMessages.format("CVCP-006018", productWord));
+    }
+    try {
+        if (!detector::launchProcess(installPathOf(hostFileName), stop ? stopArguments : "")) {
+            throw ServerError(stop ? 1 : 0);
+        }
+        const bool reached = detector::waitUntil(stop ? stopTimeoutSeconds : startTimeoutSeconds,
+                                                 serverReachedCheck(!stop));
+        // A start that doesn't complete isn't reported: the next refresh shows what is true.
+        if (!reached && stop) {
+            detector::killProcesses(hostFileName);
+        }
+    } catch (const std::exception& failure) {
+        showMessageBox(caption, failure.what(), 0);
+    }
+}
+
+void CorvaniteHost::openLogs() {
+    if (!shellOpenPath(installPathOf("logs"))) {
+        showMessageBox(caption, panelMessages.text("CVCP-006017"), 0);
+    }
+}
+
+void CorvaniteHost::openServicePage() {
+    static const std::wstring serviceUrlPrefix = L"https://" + utf8ToUtf16(ServiceDomain) + L":";
+    const ServerStatus status = serverStatus();
+    shellOpenUrl(serviceUrlPrefix + utf8ToUtf16(status.port));
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+// The state of the server as one refresh found it; "-" stands for every value not known.
+struct ServerStatus {
+    bool running = false;
+    std::string time = "-";
+    std::string port = "-";
+    std::string address = "-";
+};
+
+// The control panel's model of the supervised server, "CorvaniteHost.exe" in the installation
+// folder. There is one per process (getHost). Nothing in it remembers that the server runs: every
+// refresh asks the system again, and only the address and port of the server's connection are
+// cached while the server stays up. Destroying it doesn't touch the server.
+class CorvaniteHost {
+public:
+    // Starts the server unless it runs already, and waits for it for up to 90 seconds. A failure
+    // to start leaves the constructor.
+    CorvaniteHost();
+    CorvaniteHost(const CorvaniteHost&) = delete;
+    CorvaniteHost& operator=(const CorvaniteHost&) = delete;
+
+    // Never fails: whatever can't be found out reads as stopped.
+    ServerStatus serverStatus();
+
+    // Run: starts the server unless its pid file names a running server of this user.
+    void startServer();
+    // Stop: stops a running server, killing it when it doesn't go within 20 seconds.
+    void stopServer();
+    // Writes the chosen log level into nginx.conf and restarts a running server for it.
+    void applyLogLevel();
+    // The one run behind start and stop: launches the server's executable (with " -s quit" to
+    // stop) and waits for the server to come up or go. Throws std::runtime_error when the
+    // installation is incomplete; shows every other failure in a message box.
+    void controlServer(bool stop);
+    // Opens the server's logs folder.
+    void openLogs();
+    // Opens the service page at the server's port in the default browser.
+    void openServicePage();
+
+    // The reports, made by the diagnostics beside their collectors.
+    void collectInformation();
+    void reportProblem();
+
+    // Local address of the server's connection, dotted decimal; empty when not known.
+    std::string address;
+    // Local port of the server's connection, decimal; empty when not known.
+    std::string port;
+    // True while a start, stop or restart is under way: the refresh then reports stopped without
+    // looking, and keeps away from the two texts that the worker clears.
+    std::atomic<bool> busy{true};
+};
+
+// The host of this process, made (and the server started) at the first call, which comes on the
+// main thread before any other thread exists.
+std::shared_ptr<CorvaniteHost> getHost();
+
+// The server's operating time, "01 d. : 02 h. : 03 m. : 04 s." in English; "-" for 0 seconds.
+std::string uptimeText(std::uint64_t seconds);
+
+// The text of the address link: "<a>", the service domain, ":", the port, "</a>"; "-" for "-".
+std::string addressLinkText(const std::string& port);
+
+// "Running" or "Stopped" in the user's language.
+std::string statusText(bool running);

@@ -1,0 +1,71 @@
+#include "host/detector/processes.h"
+
+#include <exception>
+
+#include "foundation/text.h"
+#include "host/detector/current_user.h"
+
+namespace detector {
+
+bool processExists(std::uint32_t pid) {
+    for (const ProcessEntry& entry : listProcesses()) {
+        if (entry.pid == pid) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::uint32_t childProcessId(std::uint32_t pid) {
+    for (const ProcessEntry& entry : listProcesses()) {
+        if (entry.parentPid == pid) {
+            return entry.pid;
+        }
+    }
+    return 0;
+}
+
+bool findProcess(const std::string& name, bool currentUserOnly, std::uint32_t pid) {
+    const std::wstring wideName = utf8ToUtf16(name);
+    for (const ProcessEntry& entry : listProcesses()) {
+        if (entry.exeName != wideName) {
+            continue;
+        }
+        if (currentUserOnly) {
+            try {
+                if (!isCurrentUserProcess(entry.pid)) {
+                    continue;
+                }
+            } catch (const std::exception&) {
+                continue;
+            }
+        }
+        if (pid == 0 || entry.pid == pid) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void killProcesses(const std::string& name) {
+    const std::vector<ProcessEntry> snapshot = listProcesses();
+    try {
+        const std::wstring wideName = utf8ToUtf16(name);
+        for (const ProcessEntry& entry : snapshot) {
+            if (entry.exeName == wideName && isCurrentUserProcess(entry.pid)) {
+                native::terminateProcess(entry.pid);
+            }
+        }
+    } catch (const std::exception&) {
+        // An owner that can't be told ends the walk; the caller learns nothing of it.
+    }
+}
+
+std::uint64_t processUptime(std::uint32_t pid) {
+    if (!processExists(pid)) {
+        return 0;
+    }
+    return native::processAgeSeconds(pid);
+}
+
+} // namespace detector

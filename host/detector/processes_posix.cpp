@@ -1,0 +1,85 @@
+#include "host/detector/processes.h"
+
+#include <signal.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <string_view>
+
+#include "foundation/text.h"
+#include "host/detector/proc_files_posix.h"
+
+namespace detector {
+
+namespace {
+
+constexpr std::size_t stateField = 0;      // kernel field 3
+constexpr std::size_t parentField = 1;     // kernel field 4
+constexpr std::size_t startTimeField = 19; // kernel field 22, clock ticks after boot
+
+std::string baseName(std::string_view path) {
+    const std::size_t slash = path.rfind('/');
+    return std::string(slash == std::string_view::npos ? path : path.substr(slash + 1));
+}
+
+// The program's file name: where /proc/<pid>/exe points, else the first word of the command
+// line, else the kernel's command name, which it cuts to 15 bytes.
+std::string executableName(std::uint32_t pid) {
+    const std::string folder = "/proc/" + std::to_string(pid);
+    if (std::optional<std::string> target = procfs::linkTarget(folder + "/exe")) {
+        constexpr std::string_view deleted = " (deleted)";
+        if (endsWith(*target, deleted)) {
+            target->resize(target->size() - deleted.size());
+        }
+        return baseName(*target);
+    }
+    const std::optional<std::string> commandLine = procfs::readText(folder + "/cmdline");
+    if (commandLine && !commandLine->empty() && commandLine->front() != '\0') {
+        return baseName(commandLine->c_str());
+    }
+    return procfs::commandName(procfs::readText(folder + "/stat").value_or(""));
+}
+
+} // namespace
+
+std::vector<ProcessEntry> listProcesses() {
+    std::vector<ProcessEntry> processes;
+    for (const std::uint32_t pid : procfs::processIds()) {
+        const std::optional<std::vector<std::string>> fields = procfs::statFields(pid);
+        if (!fields || fields->size() <= parentField) {
+            continue; // ended while the list was read
+        }
+        // A zombie has ended and only waits for its parent; the system's list has no such rows.
+        const std::string& state = (*fields)[stateField];
+        if (state == "Z" || state == "X") {
+            continue;
+        }
+        const auto parent = static_cast<std::uint32_t>(std::stoul((*fields)[parentField]));
+        processes.push_back({utf8ToUtf16(executableName(pid)), pid, parent});
+    }
+    return processes;
+}
+
+namespace native {
+
+bool terminateProcess(std::uint32_t pid) {
+    return pid != 0 && kill(static_cast<pid_t>(pid), SIGKILL) == 0;
+}
+
+std::uint64_t processAgeSeconds(std::uint32_t pid) {
+    const std::optional<std::vector<std::string>> fields = procfs::statFields(pid);
+    timespec now{};
+    if (!fields || fields->size() <= startTimeField || clock_gettime(CLOCK_BOOTTIME, &now) != 0) {
+        return 0;
+    }
+    const auto ticksPerSecond = static_cast<std::uint64_t>(sysconf(_SC_CLK_TCK));
+    const std::uint64_t started = std::stoull((*fields)[startTimeField]);
+    const std::uint64_t nowTicks =
+        static_cast<std::uint64_t>(now.tv_sec) * ticksPerSecond +
+        static_cast<std::uint64_t>(now.tv_nsec) * ticksPerSecond / 1000000000U;
+    return nowTicks > started ? (nowTicks - started) / ticksPerSecond : 0;
+}
+
+} // namespace native
+
+} // namespace detector

@@ -1,0 +1,74 @@
+#include "host/detector/processes.h"
+
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+#include "foundation/exceptions.h"
+#include "host/detector/scoped_handle_windows.h"
+
+namespace detector {
+
+namespace {
+
+std::uint64_t hundredNanoseconds(const FILETIME& time) {
+    return (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+}
+
+// A file time cut to whole milliseconds, the resolution of a system time.
+std::uint64_t toMilliseconds(const FILETIME& time) {
+    SYSTEMTIME system{};
+    FILETIME cut{};
+    FileTimeToSystemTime(&time, &system);
+    SystemTimeToFileTime(&system, &cut);
+    return hundredNanoseconds(cut);
+}
+
+} // namespace
+
+std::vector<ProcessEntry> listProcesses() {
+    const ScopedHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    if (snapshot.get() == INVALID_HANDLE_VALUE) {
+        throw InternalError();
+    }
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    if (!Process32FirstW(snapshot.get(), &entry)) {
+        throw InternalError();
+    }
+    std::vector<ProcessEntry> processes;
+    do {
+        processes.push_back({entry.szExeFile, entry.th32ProcessID, entry.th32ParentProcessID});
+    } while (Process32NextW(snapshot.get(), &entry));
+    return processes;
+}
+
+namespace native {
+
+bool terminateProcess(std::uint32_t pid) {
+    const ScopedHandle process(OpenProcess(PROCESS_TERMINATE, FALSE, pid));
+    return process.get() != nullptr && TerminateProcess(process.get(), 0);
+}
+
+std::uint64_t processAgeSeconds(std::uint32_t pid) {
+    FILETIME creation{};
+    FILETIME exit{};
+    FILETIME kernel{};
+    FILETIME user{};
+    {
+        const ScopedHandle process(OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, pid));
+        if (process.get() == nullptr ||
+            !GetProcessTimes(process.get(), &creation, &exit, &kernel, &user)) {
+            return 0;
+        }
+    }
+    SYSTEMTIME nowSystem{};
+    GetSystemTime(&nowSystem);
+    FILETIME now{};
+    SystemTimeToFileTime(&nowSystem, &now);
+    return (hundredNanoseconds(now) - toMilliseconds(creation)) / 10000000;
+}
+
+} // namespace native
+
+} // namespace detector

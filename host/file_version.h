@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// The four numbers of a file's version: major, minor, build, revision.
+struct FileVersion {
+    std::uint16_t major = 0;
+    std::uint16_t minor = 0;
+    std::uint16_t build = 0;
+    std::uint16_t revision = 0;
+};
+
+// The file version that the system records for a file (UTF-8 path), if any. On Windows this is
+// the version resource. Elsewhere an executable has none, so the version is read from a side file
+// "<path>.version" holding the four numbers joined by ".".
+std::optional<FileVersion> readFileVersion(const std::string& path);

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "foundation/language.h"
+
+// What everybody needs to know about the installed host: where it lies, whether its process is
+// alive by its pid file, the user's language, and the versions of the host file and the addon
+// library. Only the installation path is kept; every other fact is read anew on each call.
+
+// The installation folder. Taken from the registry's "Path" at the first call, which comes during
+// static initialisation, and kept for the rest of the run; without that value it is the product's
+// folder "Ormal Co/CorvaniteHost" below the local application data folder.
+std::string installationPath();
+
+// A path inside the installation: the installation path, "/", and the relative name.
+std::string installPathOf(std::string_view name);
+
+// True when the server's executable, its "conf/nginx.conf" and its "logs" folder are in place.
+// Never throws: a folder that can't be listed counts as missing.
+bool checkInstallation();
+
+// The pid that the server wrote to "nginx.pid": its master process. Raises
+// filesys::ReadFileError for a missing file, std::invalid_argument "invalid stoul argument" for a
+// text without digits, std::out_of_range "stoul argument out of range" for too large a number.
+std::uint32_t readServerPid();
+
+// True when the pid file names a living process, whatever its name. Never raises.
+bool isServerRunning();
+
+// The user's language as the registry's "Language" holds it. A missing value is Russian; an
+// unknown code, or any failure on the way, is Ukrainian. Never raises.
+Language readLanguage();
+
+// The version of the server's executable, four numbers joined by "."; "0.0.0.0" when the file is
+// missing or tells no version.
+std::string fileVersionText();
+
+// What stands behind the first ".": "1.2.3.4" gives "2.3.4". "-" for an empty text or one
+// without ".".
+std::string versionTail(const std::string& version);
+
+// The tail without its last number: "1.2.3.4" gives "2.3". "-" when the tail is "-".
+std::string versionMiddle(const std::string& version);
+
+// The version that the addon library of the installation reports for itself; "-" when it can't
+// be loaded or gives no usable answer. Loads and unloads the library on every call; never raises.
+std::string libraryVersion();

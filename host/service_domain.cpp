@@ -1,0 +1,3 @@
+#include "host/service_domain.h"
+
+const std::string ServiceDomain = CORVANITE_SERVICE_DOMAIN;

@@ -1,0 +1,39 @@
+#include "host/shared_library.h"
+
+#include <dlfcn.h>
+#include <link.h>
+
+#include <stdexcept>
+
+#include "foundation/exceptions.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+
+// The library keeps its Windows file name here: dlopen takes any name when it is given a path.
+SharedLibrary::SharedLibrary(const std::string& path) {
+    handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle == nullptr) {
+        throw LoadLibraryError(path);
+    }
+    link_map* module = nullptr;
+    if (dlinfo(handle, RTLD_DI_LINKMAP, &module) == 0 && module != nullptr &&
+        module->l_name != nullptr) {
+        this->path = utf8ToUtf16(module->l_name);
+    }
+    if (this->path.empty()) {
+        dlclose(handle);
+        throw std::runtime_error(commonMessages.format("CV-0002", path.c_str()));
+    }
+}
+
+SharedLibrary::~SharedLibrary() {
+    dlclose(handle);
+}
+
+SharedLibrary::Function SharedLibrary::symbol(const char* name) const {
+    void* address = dlsym(handle, name);
+    if (address == nullptr) {
+        throw std::runtime_error(commonMessages.format("CV-0003", name));
+    }
+    return reinterpret_cast<Function>(address);
+}

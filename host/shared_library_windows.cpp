@@ -1,0 +1,44 @@
+#include "host/shared_library.h"
+
+#include <windows.h>
+
+#include <stdexcept>
+
+#include "foundation/exceptions.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+
+namespace {
+
+HMODULE moduleOf(void* handle) {
+    return static_cast<HMODULE>(handle);
+}
+
+} // namespace
+
+SharedLibrary::SharedLibrary(const std::string& path) {
+    handle = LoadLibraryW(utf8ToUtf16(path).c_str());
+    if (handle == nullptr) {
+        throw LoadLibraryError(path);
+    }
+    wchar_t buffer[MAX_PATH] = {};
+    if (GetModuleFileNameW(moduleOf(handle), buffer, sizeof(buffer) / sizeof(buffer[0])) != 0) {
+        this->path = buffer;
+    }
+    if (this->path.empty()) {
+        FreeLibrary(moduleOf(handle));
+        throw std::runtime_error(commonMessages.format("CV-0002", path.c_str()));
+    }
+}
+
+SharedLibrary::~SharedLibrary() {
+    FreeLibrary(moduleOf(handle));
+}
+
+SharedLibrary::Function SharedLibrary::symbol(const char* name) const {
+    const FARPROC address = GetProcAddress(moduleOf(handle), name);
+    if (address == nullptr) {
+        throw std::runtime_error(commonMessages.format("CV-0003", name));
+    }
+    return reinterpret_cast<Function>(address);
+}

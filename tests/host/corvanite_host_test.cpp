@@ -1,0 +1,440 @@
+#include "host/corvanite_host.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "core/shell_open.h"
+#include "foundation/language.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+#include "host/detector/processes.h"
+#include "host/detector/tcp_connections.h"
+#include "host/host_facts.h"
+#include "host/log_level.h"
+#include "host/service_domain.h"
+#include "tests/support/host_model_installation.h"
+#include "tests/support/host_model_recorders.h"
+#include "tests/support/host_model_server.h"
+#include "tests/support/host_model_system.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// The host model over an installation of its own, in English, with boxes and shell opens
+// recorded. Every server process that a test started is ended when the test ends. A test that has
+// servers killed by name runs alone among the tests that run servers.
+template <bool KillsServers> class HostModelTest : public ::testing::Test {
+protected:
+    HostModelTest() : savedLanguage(panelMessages.language.load()) {
+        panelMessages.setLanguage(Language::English);
+        setSelectedLogLevel(0);
+    }
+    ~HostModelTest() override {
+        servers.endAll();
+        setSelectedLogLevel(0);
+        panelMessages.setLanguage(savedLanguage);
+    }
+
+    // An installation with the server double, listening on a free port; the host is made, which
+    // starts the server.
+    void startWithServer(const std::string& level = "info") {
+        port = hostModelFreePort();
+        installation.makeServerInstallation(port, level);
+        makeHost();
+    }
+
+    void makeHost() {
+        host = std::make_shared<CorvaniteHost>();
+        servers.remember();
+    }
+
+    std::wstring box(std::size_t index) const { return boxes.boxes().at(index).text; }
+    std::wstring words(const char* id) const { return fromCp1251(panelMessages.text(id)); }
+
+    HostModelServerLock lock{KillsServers};
+    int savedLanguage;
+    HostModelInstallation installation;
+    HostModelServers servers{installation};
+    HostModelBoxRecorder boxes;
+    HostModelShellRecorder shell{true};
+    std::uint16_t port = 0;
+    std::shared_ptr<CorvaniteHost> host;
+};
+
+using HostModel = HostModelTest<false>;
+using HostModelKillingServers = HostModelTest<true>;
+
+void expectStoppedStatus(const ServerStatus& status) {
+    EXPECT_FALSE(status.running);
+    EXPECT_EQ(status.time, "-");
+    EXPECT_EQ(status.port, "-");
+    EXPECT_EQ(status.address, "-");
+}
+
+// Waits for a refresh that finds the server up: its worker may need a moment for its connection.
+ServerStatus runningStatus(CorvaniteHost& host) {
+    ServerStatus status = host.serverStatus();
+    for (int i = 0; i < 50 && !status.running; ++i) {
+        std::this_thread::sleep_for(100ms);
+        status = host.serverStatus();
+    }
+    return status;
+}
+
+} // namespace
+
+// Status refresh.
+
+TEST_F(HostModel, StartBringsTheServerUpOnItsPortWithGrowingUptime) {
+    startWithServer();
+    EXPECT_FALSE(host->busy.load());
+    EXPECT_TRUE(isServerRunning());
+    std::this_thread::sleep_for(1100ms);
+    const ServerStatus first = runningStatus(*host);
+    ASSERT_TRUE(first.running);
+    EXPECT_EQ(first.port, std::to_string(port));
+    EXPECT_EQ(host->port, std::to_string(port));
+    EXPECT_NE(first.time, "-");
+    std::this_thread::sleep_for(2100ms);
+    const ServerStatus later = host->serverStatus();
+    EXPECT_TRUE(later.running);
+    EXPECT_NE(later.time, first.time);
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, AddressIsTheWorkersLocalAddress) {
+    startWithServer();
+    std::this_thread::sleep_for(1100ms);
+    const ServerStatus status = runningStatus(*host);
+    ASSERT_TRUE(status.running);
+    const auto connection =
+        detector::connectionOfProcess(detector::childProcessId(readServerPid()));
+    EXPECT_EQ(status.address, detector::ipv4Text(connection.localAddress));
+    EXPECT_EQ(host->address, status.address);
+}
+
+TEST_F(HostModel, NoPidFileReadsAsStoppedWithoutAMessage) {
+    startWithServer();
+    host->stopServer();
+    ASSERT_FALSE(installation.has("nginx.pid"));
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_TRUE(host->address.empty());
+    EXPECT_TRUE(host->port.empty());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, PidOfAMissingProcessReadsAsStopped) {
+    startWithServer();
+    const std::uint32_t master = readServerPid();
+    host->stopServer();
+    ASSERT_FALSE(detector::processExists(master));
+    installation.writeText("nginx.pid", std::to_string(master) + "\r\n");
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, PidFileWithoutANumberReadsAsStopped) {
+    startWithServer();
+    host->stopServer();
+    installation.writeText("nginx.pid", "nginx\r\n");
+    expectStoppedStatus(host->serverStatus());
+}
+
+// The worker has no child of its own: taken for the server, it has an age but no connection.
+TEST_F(HostModel, RunningServerWithoutAChildReadsAsStopped) {
+    startWithServer();
+    const std::uint32_t master = readServerPid();
+    const std::uint32_t worker = detector::childProcessId(master);
+    ASSERT_NE(worker, 0u);
+    ASSERT_EQ(detector::childProcessId(worker), 0u);
+    std::this_thread::sleep_for(1100ms);
+    installation.writeText("nginx.pid", std::to_string(worker) + "\n");
+    EXPECT_GT(detector::processUptime(worker), 0u);
+    expectStoppedStatus(host->serverStatus());
+    installation.writeText("nginx.pid", std::to_string(master) + "\n");
+}
+
+TEST_F(HostModel, WhileBusyTheStatusIsStoppedAndTheCacheStays) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::string cachedPort = host->port;
+    const std::string cachedAddress = host->address;
+    host->busy = true;
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_TRUE(isServerRunning());
+    EXPECT_EQ(host->port, cachedPort);
+    EXPECT_EQ(host->address, cachedAddress);
+    host->busy = false;
+    EXPECT_TRUE(host->serverStatus().running);
+}
+
+TEST_F(HostModel, NewPortShowsAfterAStopAndAStartOnAnotherPort) {
+    startWithServer();
+    ASSERT_EQ(runningStatus(*host).port, std::to_string(port));
+    host->stopServer();
+    EXPECT_TRUE(host->port.empty());
+    const std::uint16_t other = hostModelFreePort();
+    ASSERT_NE(other, port);
+    installation.writeText("conf/nginx.conf", HostModelInstallation::nginxConf(other, "info"));
+    host->startServer();
+    servers.remember();
+    EXPECT_EQ(runningStatus(*host).port, std::to_string(other));
+}
+
+TEST_F(HostModel, GetHostMakesOneHostAndStartsTheServer) {
+    port = hostModelFreePort();
+    installation.makeServerInstallation(port);
+    const auto first = getHost();
+    servers.remember();
+    EXPECT_EQ(getHost(), first);
+    EXPECT_TRUE(isServerRunning());
+    EXPECT_FALSE(first->busy.load());
+}
+
+// Start and stop.
+
+TEST_F(HostModel, RunWithTheServerUpLaunchesNothing) {
+    startWithServer();
+    const std::uint32_t master = readServerPid();
+    const auto before = servers.runningServerProcesses();
+    host->startServer();
+    EXPECT_EQ(readServerPid(), master);
+    EXPECT_EQ(servers.runningServerProcesses(), before);
+    EXPECT_FALSE(host->busy.load());
+}
+
+TEST_F(HostModel, RunWithAPidFileOfAForeignProcessLaunchesTheServer) {
+    startWithServer();
+    host->stopServer();
+    const std::uint32_t foreign = hostModelCurrentProcessId();
+    installation.writeText("nginx.pid", std::to_string(foreign) + "\n");
+    ASSERT_TRUE(isServerRunning());
+    host->startServer();
+    servers.remember();
+    EXPECT_NE(readServerPid(), foreign);
+    EXPECT_TRUE(detector::findProcess("CorvaniteHost.exe", true, readServerPid()));
+    EXPECT_TRUE(runningStatus(*host).running);
+}
+
+TEST_F(HostModel, RunDeletesAStalePidFileBeforeItLaunches) {
+    startWithServer();
+    host->stopServer();
+    installation.writeText("nginx.pid", std::to_string(hostModelCurrentProcessId()) + "\n");
+    installation.remove("CorvaniteHost.exe");
+    EXPECT_THROW(host->startServer(), std::runtime_error);
+    EXPECT_FALSE(installation.has("nginx.pid"));
+    EXPECT_FALSE(host->busy.load());
+}
+
+TEST_F(HostModel, StopEndsTheServerByItself) {
+    startWithServer();
+    const std::uint32_t master = readServerPid();
+    const std::uint32_t worker = detector::childProcessId(master);
+    host->stopServer();
+    EXPECT_FALSE(detector::processExists(master));
+    EXPECT_FALSE(detector::processExists(worker));
+    // Only a server that quits by itself removes its pid file; a killed one leaves it behind.
+    EXPECT_FALSE(installation.has("nginx.pid"));
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_FALSE(host->busy.load());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, StopOfAStoppedServerDoesNothing) {
+    startWithServer();
+    host->stopServer();
+    host->stopServer();
+    EXPECT_FALSE(isServerRunning());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModelKillingServers, StopKillsAServerThatIgnoresTheSignalAfterTwentySeconds) {
+    port = hostModelFreePort();
+    installation.makeServerInstallation(port);
+    servers.ignoreQuit();
+    makeHost();
+    const auto ours = servers.runningServerProcesses();
+    ASSERT_FALSE(ours.empty());
+    const auto start = std::chrono::steady_clock::now();
+    host->stopServer();
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 20s);
+    for (const std::uint32_t pid : ours) {
+        EXPECT_FALSE(detector::processExists(pid)) << pid;
+    }
+    EXPECT_FALSE(detector::findProcess("CorvaniteHost.exe", true, 0));
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, StartWithoutAConnectionEndsSilentlyAfterNinetySeconds) {
+    port = hostModelFreePort();
+    installation.makeServerInstallation(port);
+    servers.neverListen();
+    const auto start = std::chrono::steady_clock::now();
+    makeHost();
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 90s);
+    EXPECT_TRUE(boxes.boxes().empty());
+    expectStoppedStatus(host->serverStatus());
+}
+
+TEST_F(HostModel, ServerThatCanNotBeStartedShowsTheStartFailure) {
+    installation.writeText("CorvaniteHost.exe", "not a program");
+    installation.writeText("conf/nginx.conf", HostModelInstallation::nginxConf(1, "info"));
+    installation.makeFolder("logs");
+    makeHost();
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].caption, L"Corvanite");
+    EXPECT_EQ(box(0), L"Failed to run application");
+    EXPECT_EQ(boxes.boxes()[0].flags, 0x10010u);
+    EXPECT_FALSE(host->busy.load());
+}
+
+TEST_F(HostModel, ServerThatCanNotBeStoppedShowsTheStopFailure) {
+    installation.writeText("CorvaniteHost.exe", "not a program");
+    installation.writeText("conf/nginx.conf", HostModelInstallation::nginxConf(1, "info"));
+    installation.makeFolder("logs");
+    makeHost();
+    // Any living process counts as the server for a stop; this one is never signalled, as the
+    // stop run can't be started.
+    installation.writeText("nginx.pid", std::to_string(hostModelCurrentProcessId()) + "\n");
+    host->stopServer();
+    ASSERT_EQ(boxes.boxes().size(), 2u);
+    EXPECT_EQ(box(1), L"Failed to stop application");
+}
+
+TEST_F(HostModel, FailureWordsFollowTheLanguageWhenShown) {
+    installation.writeText("CorvaniteHost.exe", "not a program");
+    installation.writeText("conf/nginx.conf", HostModelInstallation::nginxConf(1, "info"));
+    installation.makeFolder("logs");
+    panelMessages.setLanguage(Language::Russian);
+    makeHost();
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(box(0), words("CVCP-006014"));
+    EXPECT_EQ(box(0), utf8ToUtf16("Ошибка запуска приложения"));
+}
+
+TEST_F(HostModel, MissingHostFilesFailTheConstruction) {
+    installation.writeText("conf/nginx.conf", "");
+    installation.makeFolder("logs");
+    try {
+        makeHost();
+        FAIL() << "a host was made without its server";
+    } catch (const std::runtime_error& failure) {
+        EXPECT_EQ(std::string(failure.what()), panelMessages.format("CVCP-006018", "Corvanite"));
+        EXPECT_EQ(std::string(failure.what()),
+                  "Files needed for running/stopping Corvanite application are missed");
+    }
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, ControlServerForgetsTheAddressAndPort) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    ASSERT_FALSE(host->port.empty());
+    installation.remove("logs");
+    EXPECT_THROW(host->controlServer(true), std::runtime_error);
+    EXPECT_TRUE(host->port.empty());
+    EXPECT_TRUE(host->address.empty());
+}
+
+// Log level.
+
+TEST_F(HostModel, LevelChangeOnAStoppedServerOnlyRewritesTheFile) {
+    startWithServer("info");
+    host->stopServer();
+    const std::string before = installation.readText("conf/nginx.conf");
+    setSelectedLogLevel(2);
+    host->applyLogLevel();
+    std::string expected = before;
+    expected.replace(expected.find(" info;"), 6, " debug;");
+    EXPECT_EQ(installation.readText("conf/nginx.conf"), expected);
+    EXPECT_FALSE(installation.has("nginx.pid"));
+    EXPECT_FALSE(isServerRunning());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, LevelChangeOnARunningServerRewritesTheWordAndRestarts) {
+    startWithServer("info");
+    const std::uint32_t master = readServerPid();
+    const std::string before = installation.readText("conf/nginx.conf");
+    setSelectedLogLevel(0);
+    host->applyLogLevel();
+    servers.remember();
+    std::string expected = before;
+    expected.replace(expected.find(" info;"), 6, " error;");
+    EXPECT_EQ(installation.readText("conf/nginx.conf"), expected);
+    EXPECT_FALSE(detector::processExists(master));
+    EXPECT_NE(readServerPid(), master);
+    EXPECT_TRUE(runningStatus(*host).running);
+    EXPECT_FALSE(host->busy.load());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, SameLevelAgainWritesNothingAndRestartsNothing) {
+    startWithServer("debug");
+    const std::uint32_t master = readServerPid();
+    const auto conf = nativePath(installation.file("conf/nginx.conf"));
+    std::filesystem::last_write_time(conf, std::filesystem::file_time_type::clock::now() -
+                                               std::chrono::hours(1));
+    const auto written = std::filesystem::last_write_time(conf);
+    setSelectedLogLevel(2);
+    host->applyLogLevel();
+    EXPECT_EQ(std::filesystem::last_write_time(conf), written);
+    EXPECT_EQ(readServerPid(), master);
+    EXPECT_TRUE(detector::processExists(master));
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, NoLevelSelectedShowsTheConfigurationFailure) {
+    startWithServer("info");
+    const std::uint32_t master = readServerPid();
+    setSelectedLogLevel(static_cast<std::uint8_t>(-1));
+    host->applyLogLevel();
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(box(0), L"Can not open the nginx config-file");
+    EXPECT_EQ(readServerPid(), master);
+}
+
+// Logs folder and service page.
+
+TEST_F(HostModel, OpenServicePageOfAStoppedServerEndsInColonDash) {
+    startWithServer();
+    host->stopServer();
+    host->openServicePage();
+    ASSERT_EQ(shell.opens().size(), 1u);
+    EXPECT_EQ(shell.opens()[0].target, L"https://" + utf8ToUtf16(ServiceDomain) + L":-");
+    EXPECT_EQ(shell.opens()[0].showCommand, 5);
+}
+
+TEST_F(HostModel, OpenServicePageOfARunningServerHasItsPort) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    host->openServicePage();
+    ASSERT_EQ(shell.opens().size(), 1u);
+    EXPECT_EQ(shell.opens()[0].target,
+              L"https://" + utf8ToUtf16(ServiceDomain) + L":" + std::to_wstring(port));
+}
+
+TEST_F(HostModel, OpenLogsOpensTheLogsFolder) {
+    startWithServer();
+    host->openLogs();
+    ASSERT_EQ(shell.opens().size(), 1u);
+    EXPECT_EQ(shell.opens()[0].target, shellPathOf(installPathOf("logs")));
+    EXPECT_EQ(shell.opens()[0].showCommand, 1);
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, LogsFolderThatDoesNotOpenIsReported) {
+    startWithServer();
+    const HostModelShellRecorder refusingShell(false);
+    host->openLogs();
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(box(0), L"Failed to open directory with logs");
+}

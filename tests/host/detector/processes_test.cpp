@@ -1,0 +1,150 @@
+#include "host/detector/processes.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+#include "foundation/text.h"
+#include "host/detector/current_user.h"
+#include "tests/support/host_double.h"
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// A copy of the double under a name of its own that sleeps until the test ends it.
+struct LingeringProcess {
+    explicit LingeringProcess(const std::string& stem = "Lingering")
+        : installation(uniqueExecutableName(stem)) {
+        EXPECT_TRUE(installation.launch(" --linger 60"));
+        eventually([this] { return pidsNamed(name()).size() == 1; });
+        const std::vector<std::uint32_t> pids = pidsNamed(name());
+        pid = pids.size() == 1 ? pids.front() : 0;
+    }
+    const std::string& name() const { return installation.exeName(); }
+    bool alive() const { return detector::processExists(pid); }
+
+    DoubleInstallation installation;
+    std::uint32_t pid = 0;
+};
+
+std::string upperCase(std::string text) {
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z') {
+            c = static_cast<char>(c - 'a' + 'A');
+        }
+    }
+    return text;
+}
+
+TEST(Processes, SnapshotHoldsALaunchedProcessWithItsName) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    bool found = false;
+    for (const detector::ProcessEntry& entry : detector::listProcesses()) {
+        if (entry.pid == process.pid) {
+            found = true;
+            EXPECT_EQ(entry.exeName, utf8ToUtf16(process.name()));
+        }
+    }
+    EXPECT_TRUE(found);
+    EXPECT_TRUE(detector::processExists(process.pid));
+}
+
+TEST(Processes, ProcessThatIsGoneDoesNotExist) {
+    std::uint32_t pid = 0;
+    {
+        const LingeringProcess process;
+        pid = process.pid;
+        ASSERT_NE(pid, 0u);
+    }
+    EXPECT_FALSE(detector::processExists(pid));
+    EXPECT_EQ(detector::processUptime(pid), 0u);
+}
+
+TEST(Processes, ChildProcessIdOfAProcessWithoutChildrenIsZero) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    EXPECT_EQ(detector::childProcessId(process.pid), 0u);
+}
+
+TEST(Processes, ChildProcessIdIsTheMastersWorker) {
+    DoubleInstallation server;
+    ASSERT_TRUE(server.launch());
+    const std::uint32_t master = server.waitForMaster();
+    ASSERT_NE(master, 0u);
+    const std::uint32_t worker = server.waitForWorker(master);
+    ASSERT_NE(worker, 0u);
+    for (const detector::ProcessEntry& entry : detector::listProcesses()) {
+        if (entry.pid == worker) {
+            EXPECT_EQ(entry.parentPid, master);
+            EXPECT_EQ(entry.exeName, utf8ToUtf16(server.exeName()));
+        }
+    }
+}
+
+TEST(Processes, FindProcessWithoutOwnerTestAndPidZeroIsTrueForAnyProcessOfThatName) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    EXPECT_TRUE(detector::findProcess(process.name(), false, 0));
+    EXPECT_TRUE(detector::findProcess(process.name(), true, 0));
+    EXPECT_FALSE(detector::findProcess(uniqueExecutableName("Nobody"), false, 0));
+}
+
+TEST(Processes, FindProcessWithAPidMatchesOnlyThatProcess) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    EXPECT_TRUE(detector::findProcess(process.name(), true, process.pid));
+    EXPECT_FALSE(detector::findProcess(process.name(), true, process.pid + 1));
+}
+
+TEST(Processes, NameInAnotherCaseDoesNotMatch) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    const std::string otherCase = upperCase(process.name());
+    ASSERT_NE(otherCase, process.name());
+    EXPECT_FALSE(detector::findProcess(otherCase, false, 0));
+    detector::killProcesses(otherCase);
+    std::this_thread::sleep_for(milliseconds(200));
+    EXPECT_TRUE(process.alive());
+}
+
+TEST(Processes, KillProcessesEndsEveryProcessOfThatNameOfThisUser) {
+    DoubleInstallation server;
+    ASSERT_TRUE(server.launch());
+    const std::uint32_t master = server.waitForMaster();
+    ASSERT_NE(master, 0u);
+    const std::uint32_t worker = server.waitForWorker(master);
+    ASSERT_NE(worker, 0u);
+    detector::killProcesses(server.exeName());
+    EXPECT_TRUE(eventually([&] { return pidsNamed(server.exeName()).empty(); }));
+}
+
+TEST(Processes, KillProcessesLeavesProcessesOfAnotherNameAlone) {
+    const LingeringProcess target("Target");
+    const LingeringProcess bystander("Bystander");
+    ASSERT_NE(target.pid, 0u);
+    ASSERT_NE(bystander.pid, 0u);
+    detector::killProcesses(target.name());
+    EXPECT_TRUE(eventually([&] { return !target.alive(); }));
+    EXPECT_TRUE(bystander.alive());
+}
+
+TEST(Processes, UptimeCountsWholeSecondsOfALivingProcess) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    std::this_thread::sleep_for(milliseconds(1200));
+    const std::uint64_t seconds = detector::processUptime(process.pid);
+    EXPECT_GE(seconds, 1u);
+    EXPECT_LE(seconds, 60u);
+}
+
+TEST(Processes, OwnerOfALaunchedProcessIsTheCurrentUser) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    EXPECT_FALSE(detector::currentUserName().empty());
+    EXPECT_TRUE(detector::isCurrentUserProcess(process.pid));
+}
+
+} // namespace

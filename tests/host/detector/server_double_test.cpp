@@ -1,0 +1,147 @@
+// The detector against the server double: the process layout and connection that the panel
+// relies on to tell a running server.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include "foundation/exceptions.h"
+#include "host/detector/processes.h"
+#include "host/detector/tcp_connections.h"
+#include "tests/support/host_double.h"
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr std::uint32_t loopback = 0x0100007F; // 127.0.0.1, first octet in the lowest byte
+
+unsigned randomPort() {
+    std::mt19937 generator(std::random_device{}());
+    return std::uniform_int_distribution<unsigned>(20000, 59999)(generator);
+}
+
+// A started server whose worker listens; nothing when it didn't come up.
+struct RunningServer {
+    explicit RunningServer(DoubleInstallation& installation) {
+        if (!installation.launch()) {
+            return;
+        }
+        master = installation.waitForMaster();
+        worker = master == 0 ? 0 : installation.waitForWorker(master);
+    }
+    std::uint32_t master = 0;
+    std::uint32_t worker = 0;
+};
+
+// Polls as the server control does: a table that changed between the two reads of the system
+// fails that one read.
+std::optional<detector::TcpConnection> connectionOf(std::uint32_t pid, milliseconds limit) {
+    std::optional<detector::TcpConnection> found;
+    eventually(
+        [&] {
+            try {
+                found = detector::connectionOfProcess(pid);
+            } catch (const std::exception&) {
+            }
+            return found.has_value();
+        },
+        limit);
+    return found;
+}
+
+std::vector<detector::TcpConnection> readTable() {
+    std::vector<detector::TcpConnection> table;
+    eventually([&] {
+        try {
+            table = detector::tcpConnections();
+            return true;
+        } catch (const detector::InternalError&) {
+            return false;
+        }
+    });
+    return table;
+}
+
+TEST(ServerDouble, WorkersListeningRowShowsTheWorkersPidAndThePortOfTheConfiguration) {
+    // A port taken by some other program makes the worker fail; another one is tried then.
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        DoubleInstallation installation;
+        const unsigned port = randomPort();
+        installation.writeConfiguration("http {\n    server {\n        listen 127.0.0.1:" +
+                                        std::to_string(port) + " ssl;\n    }\n}\n");
+        const RunningServer server(installation);
+        ASSERT_NE(server.master, 0u);
+        ASSERT_NE(server.worker, 0u);
+        const std::optional<detector::TcpConnection> row = connectionOf(server.worker, seconds(5));
+        if (!row) {
+            continue;
+        }
+        EXPECT_EQ(row->processId, server.worker);
+        EXPECT_EQ(row->localPort, port);
+        EXPECT_EQ(row->localAddress, loopback);
+        EXPECT_EQ(row->state, 2u);
+        EXPECT_EQ(row->stateName, "LISTEN");
+        EXPECT_EQ(row->remotePort, 0u);
+        const std::vector<detector::TcpConnection> table = readTable();
+        EXPECT_THROW(detector::connectionOfProcess(server.master, [&] { return table; }),
+                     detector::ConnectionNotFound);
+        return;
+    }
+    FAIL() << "the worker never listened";
+}
+
+TEST(ServerDouble, WithoutListenLineTheWorkerListensOnAFreePort) {
+    DoubleInstallation installation;
+    const RunningServer server(installation);
+    ASSERT_NE(server.worker, 0u);
+    const std::optional<detector::TcpConnection> row = connectionOf(server.worker, seconds(5));
+    ASSERT_TRUE(row.has_value());
+    EXPECT_NE(row->localPort, 0u);
+    EXPECT_EQ(detector::ipv4Text(row->localAddress), "127.0.0.1");
+}
+
+TEST(ServerDouble, StopRunEndsMasterAndWorkerAndRemovesThePidFile) {
+    DoubleInstallation installation;
+    const RunningServer server(installation);
+    ASSERT_NE(server.worker, 0u);
+    ASSERT_TRUE(installation.launch(" -s quit"));
+    EXPECT_TRUE(eventually([&] {
+        return !detector::processExists(server.master) && !detector::processExists(server.worker);
+    }));
+    EXPECT_FALSE(installation.pidFromFile().has_value());
+}
+
+TEST(ServerDouble, IgnoringTheQuitKeepsTheServerRunning) {
+    DoubleInstallation installation;
+    installation.writeSwitches("ignore_quit\n");
+    const RunningServer server(installation);
+    ASSERT_NE(server.worker, 0u);
+    ASSERT_TRUE(installation.launch(" -s quit"));
+    std::this_thread::sleep_for(milliseconds(1500));
+    EXPECT_TRUE(detector::processExists(server.master));
+    EXPECT_EQ(installation.pidFromFile(), std::optional<std::uint32_t>(server.master));
+}
+
+TEST(ServerDouble, WorkerThatNeverListensHasNoConnection) {
+    DoubleInstallation installation;
+    installation.writeSwitches("never_listen\n");
+    const RunningServer server(installation);
+    ASSERT_NE(server.worker, 0u);
+    EXPECT_FALSE(connectionOf(server.worker, milliseconds(1500)).has_value());
+}
+
+TEST(ServerDouble, ServerThatDiesLeavesItsPidFileBehind) {
+    DoubleInstallation installation;
+    installation.writeSwitches("die_after=1\n");
+    const RunningServer server(installation);
+    ASSERT_NE(server.worker, 0u);
+    EXPECT_TRUE(eventually([&] {
+        return !detector::processExists(server.master) && !detector::processExists(server.worker);
+    }));
+    EXPECT_EQ(installation.pidFromFile(), std::optional<std::uint32_t>(server.master));
+}
+
+} // namespace

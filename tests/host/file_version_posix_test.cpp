@@ -1,0 +1,33 @@
+#include "host/file_version.h"
+
+#include <gtest/gtest.h>
+
+#include "host/host_facts.h"
+#include "tests/support/host_model_installation.h"
+
+// Here the version stands in a side file beside the server file.
+TEST(FileVersion, SideFileGivesTheServerVersion) {
+    const HostModelInstallation installation;
+    installation.writeText("CorvaniteHost.exe", "");
+    installation.writeText("CorvaniteHost.exe.version", "1.2.3.4\n");
+    EXPECT_EQ(fileVersionText(), "1.2.3.4");
+    EXPECT_EQ(versionTail(fileVersionText()), "2.3.4");
+}
+
+TEST(FileVersion, SideFileWithThreeNumbersGivesZeros) {
+    const HostModelInstallation installation;
+    installation.writeText("CorvaniteHost.exe.version", "1.2.3");
+    EXPECT_EQ(fileVersionText(), "0.0.0.0");
+}
+
+TEST(FileVersion, SideFileWithANumberAboveSixteenBitsGivesZeros) {
+    const HostModelInstallation installation;
+    installation.writeText("CorvaniteHost.exe.version", "1.65536.3.4");
+    EXPECT_EQ(fileVersionText(), "0.0.0.0");
+}
+
+TEST(FileVersion, SideFileWithWordsGivesZeros) {
+    const HostModelInstallation installation;
+    installation.writeText("CorvaniteHost.exe.version", "one.two.three.four");
+    EXPECT_EQ(fileVersionText(), "0.0.0.0");
+}

@@ -1,0 +1,77 @@
+#include "host/host_options.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "foundation/client_properties.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+#include "tests/support/host_model_recorders.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+// The program's settings file is fixed when the program starts; a test leaves it as it found it.
+class SettingsFileGuard {
+public:
+    SettingsFileGuard() : path(nativePath(clientProperties().filePath)) {
+        std::error_code ignored;
+        existed = std::filesystem::exists(path, ignored);
+        if (existed) {
+            std::ifstream stream(path, std::ios::binary);
+            saved.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+        }
+    }
+    ~SettingsFileGuard() {
+        std::error_code ignored;
+        if (existed) {
+            std::ofstream(path, std::ios::binary | std::ios::trunc) << saved;
+        } else {
+            std::filesystem::remove(path, ignored);
+        }
+    }
+
+private:
+    std::filesystem::path path;
+    bool existed = false;
+    std::string saved;
+};
+
+class HostOptions : public ::testing::Test {
+protected:
+    SettingsFileGuard settings;
+    HostModelBoxRecorder recorder;
+};
+
+} // namespace
+
+TEST_F(HostOptions, TurningPortAutoselectionOffWarnsAtOnce) {
+    setPortAutoselect(false);
+    EXPECT_EQ(clientProperties().get("cv_port_autoselect"), "false");
+    EXPECT_FALSE(isPortAutoselect());
+    const auto boxes = recorder.boxes();
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].caption, L"Corvanite");
+    EXPECT_EQ(boxes[0].text, fromCp1251(panelMessages.text("CVCP-006105")));
+    EXPECT_EQ(boxes[0].flags, 0x10010u);
+}
+
+TEST_F(HostOptions, TurningPortAutoselectionOnAgainDoesNotWarn) {
+    setPortAutoselect(false);
+    setPortAutoselect(true);
+    EXPECT_EQ(clientProperties().get("cv_port_autoselect"), "true");
+    EXPECT_TRUE(isPortAutoselect());
+    EXPECT_EQ(recorder.boxes().size(), 1u);
+}
+
+TEST_F(HostOptions, UncPathsAreStoredWithoutAWord) {
+    setUseUncPaths(true);
+    EXPECT_EQ(clientProperties().get("cv_use_unc_paths"), "true");
+    setUseUncPaths(false);
+    EXPECT_EQ(clientProperties().get("cv_use_unc_paths"), "false");
+    EXPECT_TRUE(recorder.boxes().empty());
+}

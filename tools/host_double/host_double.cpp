@@ -1,0 +1,181 @@
+// CorvaniteHost.exe for the tests: a stand-in for the nginx build that the control panel
+// supervises. It behaves as the panel expects of the real server and nothing more.
+//
+// Started without arguments in the installation folder (its working folder), it is the master:
+// it writes its pid and a line end to "nginx.pid", starts one worker (itself again with a private
+// argument) that listens on 127.0.0.1 at the port of the first `listen` line of
+// "conf/nginx.conf", or at a free port, and waits. A second run with " -s quit" in that folder
+// tells the master to quit (the named event "ngx_quit_<pid>" on Windows, SIGQUIT on POSIX); the
+// master then stops its worker, removes "nginx.pid" and ends.
+//
+// Side file: "host_double.cfg" next to the executable, one switch per line:
+//   ignore_quit     the master hears the quit and stays
+//   never_listen    the worker runs but never opens a socket
+//   die_after=N     after N seconds the master stops its worker and ends at once, leaving
+//                   "nginx.pid" behind, as a crashed server does
+//
+// Private arguments:
+//   --worker <port> <master pid> [never_listen]   the worker; it ends when its master is gone
+//   --emit <count>                  writes count bytes ("0123456789..." ending in a line end)
+//                                   to its standard output and ends
+//   --linger <seconds> [pid file]   writes its pid to the file, if given, and sleeps
+#include "tools/host_double/host_double.h"
+
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <thread>
+#include <vector>
+
+namespace hostdouble {
+
+namespace {
+
+const char* const pidFile = "nginx.pid";
+
+unsigned readNumber(const std::string& text) {
+    try {
+        return static_cast<unsigned>(std::stoul(text));
+    } catch (const std::exception&) {
+        return 0;
+    }
+}
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos) {
+        return "";
+    }
+    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+void writePidFile() {
+    std::ofstream file(pidFile, std::ios::binary | std::ios::trunc);
+    file << native::ownPid() << native::lineEnd();
+}
+
+std::uint32_t readPidFile() {
+    std::ifstream file(pidFile, std::ios::binary);
+    std::string text;
+    std::getline(file, text);
+    return readNumber(text);
+}
+
+int emit(const std::string& count) {
+    return native::writeStandardOutput(emittedText(readNumber(count))) ? 0 : 1;
+}
+
+int linger(const std::string& seconds, const std::string& file) {
+    if (!file.empty()) {
+        std::ofstream(file, std::ios::binary | std::ios::trunc) << native::ownPid();
+    }
+    std::this_thread::sleep_for(std::chrono::seconds(readNumber(seconds)));
+    return 0;
+}
+
+// The command line's words from the first on: a Windows program started with " -s quit" and no
+// name of its own may find "-s" in any place.
+std::string argumentAfter(const std::vector<std::string>& words, const std::string& key,
+                          std::size_t distance = 1) {
+    for (std::size_t index = 0; index + distance < words.size(); ++index) {
+        if (words[index] == key) {
+            return words[index + distance];
+        }
+    }
+    return "";
+}
+
+bool has(const std::vector<std::string>& words, const std::string& key) {
+    for (const std::string& word : words) {
+        if (word == key) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+Switches readSwitches(const std::filesystem::path& file) {
+    Switches switches;
+    std::ifstream input(file);
+    for (std::string line; std::getline(input, line);) {
+        line = trimmed(line);
+        if (line == "ignore_quit") {
+            switches.ignoreQuit = true;
+        } else if (line == "never_listen") {
+            switches.neverListen = true;
+        } else if (line.rfind("die_after=", 0) == 0) {
+            switches.dieAfter = readNumber(line.substr(10));
+        }
+    }
+    return switches;
+}
+
+unsigned listenPort(const std::filesystem::path& configuration) {
+    std::ifstream input(configuration);
+    for (std::string line; std::getline(input, line);) {
+        std::istringstream words(line);
+        std::string directive;
+        std::string value;
+        if (!(words >> directive >> value) || directive != "listen") {
+            continue;
+        }
+        const std::size_t colon = value.rfind(':');
+        const unsigned port =
+            readNumber(colon == std::string::npos ? value : value.substr(colon + 1));
+        return port <= 65535 ? port : 0;
+    }
+    return 0;
+}
+
+std::string emittedText(std::size_t count) {
+    std::string text;
+    for (std::size_t index = 0; index < count; ++index) {
+        text += index + 1 == count ? '\n' : static_cast<char>('0' + index % 10);
+    }
+    return text;
+}
+
+int runMaster(const Switches& switches) {
+    native::prepareForQuit();
+    const std::intptr_t worker =
+        native::startWorker(listenPort("conf/nginx.conf"), switches.neverListen);
+    writePidFile();
+    const bool quit = native::waitForQuit(switches.ignoreQuit, switches.dieAfter);
+    native::stopWorker(worker);
+    if (quit) {
+        std::remove(pidFile);
+    }
+    return 0;
+}
+
+int sendQuit() {
+    const std::uint32_t master = readPidFile();
+    return master != 0 && native::signalQuit(master) ? 0 : 1;
+}
+
+} // namespace hostdouble
+
+int main(int argc, char** argv) {
+    using namespace hostdouble;
+    const std::vector<std::string> words(argv, argv + argc);
+    if (argumentAfter(words, "-s") == "quit") {
+        return sendQuit();
+    }
+    if (has(words, "--worker")) {
+        return native::runWorker(readNumber(argumentAfter(words, "--worker")),
+                                 readNumber(argumentAfter(words, "--worker", 2)),
+                                 has(words, "never_listen"));
+    }
+    if (has(words, "--emit")) {
+        return emit(argumentAfter(words, "--emit"));
+    }
+    if (has(words, "--linger")) {
+        return linger(argumentAfter(words, "--linger"), argumentAfter(words, "--linger", 2));
+    }
+    const std::filesystem::path sideFile =
+        native::ownExecutable().parent_path() / "host_double.cfg";
+    return runMaster(readSwitches(sideFile));
+}

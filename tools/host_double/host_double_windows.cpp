@@ -1,0 +1,144 @@
+#include "tools/host_double/host_double.h"
+
+#include <windows.h>
+#include <winsock2.h>
+#include <ws2tcpip.h>
+
+#include <thread>
+
+namespace hostdouble::native {
+
+namespace {
+
+HANDLE quitEvent = nullptr;
+
+std::wstring quitEventName(std::uint32_t pid) {
+    return L"ngx_quit_" + std::to_wstring(pid);
+}
+
+DWORD milliseconds(unsigned seconds) {
+    return seconds == 0 ? INFINITE : seconds * 1000;
+}
+
+void acceptForever(SOCKET listener) {
+    for (;;) {
+        const SOCKET connection = accept(listener, nullptr, nullptr);
+        if (connection == INVALID_SOCKET) {
+            return;
+        }
+        closesocket(connection);
+    }
+}
+
+SOCKET listenOn(unsigned port) {
+    WSADATA data{};
+    if (WSAStartup(MAKEWORD(2, 2), &data) != 0) {
+        return INVALID_SOCKET;
+    }
+    const SOCKET listener = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<u_short>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (listener == INVALID_SOCKET ||
+        bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        listen(listener, SOMAXCONN) != 0) {
+        return INVALID_SOCKET;
+    }
+    // Wine leaves the owner pid of a listening socket's row at 0 until an option is set on it
+    // after listen(); the panel finds the server by that owner.
+    const BOOL noDelay = TRUE;
+    setsockopt(listener, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&noDelay),
+               sizeof noDelay);
+    return listener;
+}
+
+} // namespace
+
+std::uint32_t ownPid() {
+    return GetCurrentProcessId();
+}
+
+std::filesystem::path ownExecutable() {
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return std::filesystem::path(path);
+}
+
+const char* lineEnd() {
+    return "\r\n";
+}
+
+void prepareForQuit() {
+    quitEvent = CreateEventW(nullptr, TRUE, FALSE, quitEventName(ownPid()).c_str());
+}
+
+std::intptr_t startWorker(unsigned port, bool neverListen) {
+    const std::wstring executable = ownExecutable().wstring();
+    std::wstring commandLine = L"\"" + executable + L"\" --worker " + std::to_wstring(port) + L" " +
+                               std::to_wstring(ownPid());
+    if (neverListen) {
+        commandLine += L" never_listen";
+    }
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION information{};
+    if (!CreateProcessW(executable.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
+                        CREATE_NO_WINDOW, nullptr, nullptr, &startup, &information)) {
+        return 0;
+    }
+    CloseHandle(information.hThread);
+    return reinterpret_cast<std::intptr_t>(information.hProcess);
+}
+
+bool waitForQuit(bool ignoreQuit, unsigned dieAfter) {
+    if (ignoreQuit || quitEvent == nullptr) {
+        Sleep(milliseconds(dieAfter));
+        return false;
+    }
+    return WaitForSingleObject(quitEvent, milliseconds(dieAfter)) == WAIT_OBJECT_0;
+}
+
+void stopWorker(std::intptr_t worker) {
+    const auto process = reinterpret_cast<HANDLE>(worker);
+    if (process != nullptr) {
+        TerminateProcess(process, 0);
+        WaitForSingleObject(process, 5000);
+        CloseHandle(process);
+    }
+}
+
+bool signalQuit(std::uint32_t masterPid) {
+    const HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, quitEventName(masterPid).c_str());
+    if (event == nullptr) {
+        return false;
+    }
+    const bool signalled = SetEvent(event) != FALSE;
+    CloseHandle(event);
+    return signalled;
+}
+
+int runWorker(unsigned port, std::uint32_t masterPid, bool neverListen) {
+    const HANDLE master = OpenProcess(SYNCHRONIZE, FALSE, masterPid);
+    if (master == nullptr) {
+        return 1;
+    }
+    if (!neverListen) {
+        const SOCKET listener = listenOn(port);
+        if (listener == INVALID_SOCKET) {
+            return 1;
+        }
+        std::thread(acceptForever, listener).detach();
+    }
+    WaitForSingleObject(master, INFINITE);
+    return 0;
+}
+
+bool writeStandardOutput(const std::string& bytes) {
+    DWORD written = 0;
+    return WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(),
+                     static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+           written == bytes.size();
+}
+
+} // namespace hostdouble::native
