@@ -11,6 +11,8 @@
 struct BenchCase {
     // "group/what", e.g. "refresh/warm"; the name is what scripts/bench.sh looks for.
     std::string name;
+    // Untimed, before the case's first timed run: brings up what the case measures against.
+    std::function<void()> setup;
     // Timed, once an iteration.
     std::function<void()> run;
     // Untimed, before each run: puts a cache in the state the case measures.

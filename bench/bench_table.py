@@ -31,7 +31,7 @@ def cases(path: Path) -> dict:
     for entry in load(path).get("benchmarks", []):
         if entry.get("run_type") == "aggregate" and entry.get("aggregate_name") != "median":
             continue
-        name = re.sub(r"_median$", "", entry.get("run_name", entry["name"]))
+        name = re.sub(r"(/real_time)?(_median)?$", "", entry.get("run_name", entry["name"]))
         result[name] = entry
     return result
 
@@ -85,8 +85,8 @@ def table(folder: Path) -> list:
          ratio(linux, "refresh/warm", ["refresh/snapshot"]),
          ratio(wine, "refresh/warm", ["refresh/snapshot"])),
         ("1", "cold status refresh ÷ (snapshot + TCP table read)", "—",
-         ratio(linux, "refresh/cold", ["refresh/snapshot", "refresh/snapshot_tcp"]),
-         ratio(wine, "refresh/cold", ["refresh/snapshot", "refresh/snapshot_tcp"])),
+         ratio(linux, "refresh/cold", ["refresh/snapshot", "refresh/tcp_table"]),
+         ratio(wine, "refresh/cold", ["refresh/snapshot", "refresh/tcp_table"])),
         ("2", "ZipArchive::pack, one 10 MiB log", "—",
          packing(linux, gzip, "zip/big_log", "big_log"),
          packing(wine, gzip, "zip/big_log", "big_log")),

@@ -8,6 +8,9 @@
 namespace {
 
 void runCase(benchmark::State& state, const BenchCase& benchCase) {
+    if (benchCase.setup) {
+        benchCase.setup();
+    }
     for (auto _ : state) {
         if (benchCase.prepare) {
             state.PauseTiming();

@@ -26,6 +26,9 @@ double medianOf(std::vector<double> values) {
 
 // Microseconds of each timed run, after one untimed run that warms what the case touches.
 std::vector<double> timeRuns(const BenchCase& benchCase) {
+    if (benchCase.setup) {
+        benchCase.setup();
+    }
     benchCase.run();
     std::vector<double> times;
     const auto start = Clock::now();
