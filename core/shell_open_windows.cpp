@@ -6,6 +6,11 @@
 #include <shellapi.h>
 
 bool systemShellOpenPath(const std::wstring& path) {
+    // A path that isn't there is refused at once: the shell would refuse it too, but may first
+    // search for handlers for a long while.
+    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        return false;
+    }
     // Called on whatever thread opens the folder; the result is deliberately not looked at.
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
     const HINSTANCE result =

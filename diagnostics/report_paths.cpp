@@ -1,0 +1,20 @@
+#include "diagnostics/report_paths.h"
+
+#include "diagnostics/system_path.h"
+#include "foundation/filesys.h"
+#include "host/host_facts.h"
+
+ReportPaths reportPathsOf(const std::string& installPath) {
+    ReportPaths paths;
+    paths.installPath = installPath;
+    paths.logsFolder = filesys::joinPath(installPath, "logs");
+    paths.tmpFolder = filesys::joinPath(installPath, "tmp");
+    paths.archivePath = systemPathForm(filesys::joinPath(paths.tmpFolder, "info.zip"));
+    paths.configFile = filesys::joinPath(filesys::joinPath(installPath, "conf"), "nginx.conf");
+    paths.eventLogFile = filesys::joinPath(paths.logsFolder, "Application.evtx");
+    return paths;
+}
+
+ReportPaths reportPaths() {
+    return reportPathsOf(installationPath());
+}
