@@ -52,7 +52,7 @@ void PanelLiveWindow::makeHost() {
 }
 
 void PanelLiveWindow::build(const std::string& layoutPath) {
-    layout = std::make_unique<utils::AppDataManager>(layoutPath);
+    layout = std::make_unique<utils::AppDataManager>(layoutPath, DisplayScale{});
     application_ = std::make_unique<RecordingApplication>(makeRecordingWindow(*layout), *layout);
 }
 

@@ -25,7 +25,8 @@ public:
     // The host of the process, made at the first call, which starts the server; a host made
     // before starts it too.
     void makeHost();
-    // The application from the tree's layout file (or another), with the recording window.
+    // The application from the tree's layout file (or another), with the recording window, at
+    // the design unit of 96 dots per inch whatever the screen.
     void build(const std::string& layoutPath);
     void build();
 
