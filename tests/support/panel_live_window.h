@@ -55,6 +55,10 @@ public:
     std::uint16_t port = 0;
 
 private:
+    // Waits until no start or stop of the host is under way.
+    void settleHost();
+
+    bool hostMade = false;
     int savedLanguage;
     std::unique_ptr<utils::AppDataManager> layout;
     std::unique_ptr<RecordingApplication> application_;
