@@ -10,6 +10,7 @@
 #include "tests/support/host_model_installation.h"
 #include "tests/support/host_model_recorders.h"
 #include "tests/support/host_model_server.h"
+#include "tests/support/host_model_system.h"
 #include "tests/support/panel_recording_application.h"
 
 // The whole panel for a test: the tree's layout file built with the recording native half, over
@@ -48,6 +49,8 @@ public:
     // stays behind.
     void killServer();
 
+    // Held first and let go last: a test that has every server killed by name waits meanwhile.
+    HostModelServerLock serverLock{false};
     HostModelInstallation installation;
     HostModelServers servers{installation};
     HostModelBoxRecorder boxes;
