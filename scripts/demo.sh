@@ -1,6 +1,127 @@
 #!/usr/bin/env bash
 # Runs the control panel on a demo installation in a real window.
-set -uo pipefail
-cd "$(dirname "$0")/.."
-echo "The control panel's window is not part of this build yet: there is nothing to show." >&2
-exit 1
+#
+#   bash scripts/demo.sh         build, make the demo installation, start the panel, take a picture
+#   bash scripts/demo.sh stop    end the panel (the server with it) and the demo's Wine and display
+#
+# Everything lives under build/demo: its own Wine prefix, the installation (the server and addon
+# doubles, the layout file, conf/nginx.conf, logs, tmp) and the screenshot. The panel starts on
+# $DISPLAY, or on a virtual display of its own when there is none.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+demo=$root/build/demo
+wine=/usr/lib/wine/wine64
+program=$root/build/win64/core/CVHControlPanel.exe
+ui_driver=$root/build/win64/tests/e2e/cvh_ui.exe
+
+demo_build() {
+    bash "$root/scripts/install-deps.sh"
+    command -v ccache >/dev/null && export CORVANITE_LAUNCHER=ccache
+    mkdir -p "$root/build"
+    echo "== building the win64 program (log: build/demo-build.log)"
+    (cd "$root" && cmake --preset win64 && cmake --build --preset win64 -j2 --target CVHControlPanel cvh_ui &&
+        cmake --build build/win64/tools -j2) >"$root/build/demo-build.log" 2>&1 ||
+        { tail -n 40 "$root/build/demo-build.log"; return 1; }
+}
+
+# A port that nobody listens on now, for the server double's "listen" line.
+demo_free_port() {
+    python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])'
+}
+
+demo_installation() {
+    local install=$demo/install
+    rm -rf "$install"
+    mkdir -p "$install/conf" "$install/logs" "$install/tmp"
+    cp "$root/build/win64/tools/CorvaniteHost.exe" "$root/build/win64/tools/Corvanite.dll" "$install/"
+    cp "$root/layout/CVHControlPanel.json" "$install/"
+    cat >"$install/conf/nginx.conf" <<CONF
+worker_processes 1;
+error_log logs/error.log info;
+events {
+    worker_connections 64;
+}
+http {
+    server {
+        listen $(demo_free_port) ssl;
+        server_name localhost;
+    }
+}
+CONF
+}
+
+demo_registry() {
+    local language=$1
+    local key='HKCU\Software\Ormal Co\CorvaniteHost'
+    local path
+    path="Z:$(echo "$demo/install" | tr / '\\')"
+    "$wine" 'C:\windows\system32\reg.exe' add "$key" /v Path /t REG_SZ /d "$path" /f >/dev/null
+    "$wine" 'C:\windows\system32\reg.exe' add "$key" /v Language /t REG_SZ /d "$language" /f >/dev/null
+}
+
+demo_session() {
+    # shellcheck source=wine-session.sh
+    source "$root/scripts/wine-session.sh"
+    if [ -n "${DISPLAY:-}" ]; then
+        export CORVANITE_OWN_DISPLAY=0
+    fi
+    # Wine's server and display outlive this script: they get no part of its output, so that a
+    # pipe behind the script ends with it.
+    wine_session_start "$demo/wineprefix" </dev/null >/dev/null 2>&1
+    # A virtual display has no window manager to draw the frames: Wine then draws them itself.
+    local decorated=Y
+    [ -n "${CORVANITE_XVFB_PID:-}" ] && decorated=N
+    "$wine" 'C:\windows\system32\reg.exe' add 'HKCU\Software\Wine\X11 Driver' /v Decorated /t REG_SZ \
+        /d "$decorated" /f </dev/null >/dev/null 2>&1
+    # Wine's own Tahoma, the face of dialogs on Windows, and Marlett, which draws the frame's
+    # buttons: a prefix made here has no fonts of its own.
+    local font
+    for font in tahoma.ttf tahomabd.ttf marlett.ttf; do
+        if [ -f "/usr/share/wine/fonts/$font" ] && [ ! -f "$WINEPREFIX/drive_c/windows/Fonts/$font" ]; then
+            cp "/usr/share/wine/fonts/$font" "$WINEPREFIX/drive_c/windows/Fonts/"
+        fi
+    done
+    echo "${CORVANITE_XVFB_PID:-}" >"$demo/xvfb.pid"
+    echo "$DISPLAY" >"$demo/display"
+}
+
+demo_start_panel() {
+    (cd "$demo/install" && setsid "$wine" "$program" "$@" </dev/null >/dev/null 2>&1 &)
+    "$wine" "$ui_driver" wait-ready 90 </dev/null
+}
+
+demo_stop() {
+    [ -f "$demo/display" ] || { echo "no demo runs"; return 0; }
+    export WINEPREFIX=$demo/wineprefix DISPLAY
+    DISPLAY=$(cat "$demo/display")
+    "$wine" "$program" --quit </dev/null >/dev/null 2>&1 || true
+    wineserver -k >/dev/null 2>&1 || true
+    local xvfb
+    xvfb=$(cat "$demo/xvfb.pid" 2>/dev/null || true)
+    [ -n "$xvfb" ] && kill "$xvfb" 2>/dev/null || true
+    rm -f "$demo/display" "$demo/xvfb.pid"
+    echo "the demo has ended"
+}
+
+demo_main() {
+    if [ "${1:-}" = stop ]; then
+        demo_stop
+        return
+    fi
+    demo_build
+    mkdir -p "$demo"
+    demo_session
+    demo_installation
+    demo_registry 1033
+    echo "== starting the control panel on display $DISPLAY"
+    demo_start_panel || { echo "the control panel's window did not come up"; return 1; }
+    sleep 2
+    import -window root "$demo/screenshot.png"
+    echo "screenshot: build/demo/screenshot.png"
+    echo "the panel runs (Wine prefix build/demo/wineprefix, display $DISPLAY);"
+    echo "stop it with: bash scripts/demo.sh stop"
+}
+
+if [ "${BASH_SOURCE[0]}" = "$0" ]; then
+    demo_main "$@"
+fi

@@ -1,0 +1,40 @@
+// The control panel's entry on Windows.
+#include <windows.h>
+
+#include <cwchar>
+
+#include "core/application.h"
+#include "core/display_version.h"
+#include "core/program_entry.h"
+#include "core/single_instance.h"
+#include "foundation/language.h"
+#include "foundation/text.h"
+#include "host/host_facts.h"
+#include "panel/app_data_manager.h"
+
+namespace {
+
+// The running instance's window is found by the class that the layout names; the layout is read
+// only when another instance runs.
+std::string layoutClassName() {
+    return utils::AppDataManager::instance().window().className;
+}
+
+StartupSteps controlPanelSteps() {
+    return {
+        [] { applyLanguage(readLanguage()); },
+        [] { quitRunningInstance(layoutClassName); },
+        [] { return ensureSingleInstance(layoutClassName); },
+        [] { return checkInstallation(); },
+        [] { syncDisplayVersion(hostUninstallKey(), [] { return libraryVersion(); }); },
+        [](const std::string& commandLine) { return getApplication()->run(commandLine); },
+    };
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
+    // The whole line, not split into arguments.
+    const std::string line = utf16ToUtf8(std::wstring_view(commandLine, std::wcslen(commandLine)));
+    return runControlPanel(line, controlPanelSteps());
+}

@@ -1,0 +1,46 @@
+#include "core/single_instance.h"
+
+#include "foundation/exceptions.h"
+#include "foundation/message_catalogue.h"
+
+namespace {
+
+std::shared_ptr<MutexHandler>& holder() {
+    static std::shared_ptr<MutexHandler> mutex;
+    return mutex;
+}
+
+} // namespace
+
+MutexHandler::~MutexHandler() {
+    instance_native::releaseMutex(handle_);
+}
+
+bool ensureSingleInstance(const ClassNameSource& className, const std::string& mutexName) {
+    // There is no wait between the test and the create: two starts in the same moment may both get
+    // past the test, and the second then simply shares the first one's mutex.
+    if (instance_native::openMutex(mutexName)) {
+        instance_native::bringToFront(className());
+        return true;
+    }
+    auto created = instance_native::createMutex(mutexName);
+    if (!created) {
+        throw BasicException(panelMessages.text("CVCP-006001"));
+    }
+    holder() = std::make_shared<MutexHandler>(*created);
+    return false;
+}
+
+void quitRunningInstance(const ClassNameSource& className, const std::string& mutexName) {
+    auto running = instance_native::openMutex(mutexName);
+    if (!running) {
+        return;
+    }
+    instance_native::sendDestroy(className());
+    // The handle stays open: the process ends right after.
+    instance_native::releaseMutex(*running);
+}
+
+std::shared_ptr<MutexHandler> instanceMutex() {
+    return holder();
+}

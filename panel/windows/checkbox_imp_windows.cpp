@@ -1,0 +1,26 @@
+#include "panel/windows/checkbox_imp_windows.h"
+
+#include "foundation/exceptions.h"
+#include "foundation/message_catalogue.h"
+#include "panel/startup_state.h"
+
+namespace {
+constexpr DWORD checkboxStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX;
+}
+
+CheckboxImpWindows::CheckboxImpWindows(const WidgetDisposition& disposition, HINSTANCE instance,
+                                       HWND parent, std::int32_t widgetId,
+                                       std::shared_ptr<Command> command)
+    : WidgetImpWindows(disposition, instance, parent, L"Button", checkboxStyle,
+                       requiredCommandId(command)) {
+    setCommand(std::move(command));
+    if (!applyStockFont()) {
+        throw BasicException(panelMessages.text("CVCP-006027"));
+    }
+    checked = startupChecked(widgetId);
+    SendMessageW(handle, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
+}
+
+bool CheckboxImpWindows::isChecked() const {
+    return SendMessageW(handle, BM_GETCHECK, 0, 0) != 0;
+}

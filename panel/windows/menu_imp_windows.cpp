@@ -1,0 +1,93 @@
+#include "panel/windows/menu_imp_windows.h"
+
+#include <algorithm>
+#include <cwchar>
+
+#include "foundation/exceptions.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+#include "panel/app_data_manager.h"
+#include "panel/tray_tip.h"
+
+namespace {
+
+constexpr UINT trayIconId = 202;
+constexpr UINT trayMessage = WM_USER + 1;
+
+} // namespace
+
+MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::AppDataManager& layout)
+    : window(window), instance(instance), layout(layout) {
+    if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr ||
+        !showTrayIcon(true)) {
+        Shell_NotifyIconW(NIM_DELETE, &notifyData);
+        throw BasicException(panelMessages.text("CVCP-006002"));
+    }
+}
+
+MenuImpWindows::~MenuImpWindows() {
+    Shell_NotifyIconW(NIM_DELETE, &notifyData);
+    DestroyMenu(menuHandle);
+}
+
+void MenuImpWindows::fillTooltip() {
+    const std::wstring tip = fromCp1251(trayTipText(layout.window().title));
+    const std::size_t room = sizeof(notifyData.szTip) / sizeof(notifyData.szTip[0]);
+    const std::size_t length = std::min(tip.size(), room - 1);
+    std::wmemcpy(notifyData.szTip, tip.c_str(), length);
+    notifyData.szTip[length] = L'\0';
+}
+
+bool MenuImpWindows::showTrayIcon(bool add) {
+    fillTooltip();
+    if (!add) {
+        Shell_NotifyIconW(NIM_MODIFY, &notifyData);
+        return true;
+    }
+    HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(trayIconId));
+    if (icon == nullptr) {
+        return false;
+    }
+    notifyData.cbSize = sizeof(notifyData);
+    notifyData.hWnd = window;
+    notifyData.uID = trayIconId;
+    notifyData.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
+    notifyData.uCallbackMessage = trayMessage;
+    notifyData.hIcon = icon;
+    return Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
+}
+
+// Once the taskbar has been restarted the icon is gone and these calls fail unnoticed: the
+// program doesn't listen for the shell's restart.
+void MenuImpWindows::refreshTrayIcon() {
+    showTrayIcon(false);
+}
+
+void MenuImpWindows::popup() {
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    // The menu closes when the user clicks elsewhere only if its window is in the foreground, and
+    // the posted empty message lets a second popup open at once.
+    SetForegroundWindow(window);
+    TrackPopupMenu(menuHandle, TPM_BOTTOMALIGN, cursor.x, cursor.y, 0, window, nullptr);
+    PostMessageW(window, WM_NULL, 0, 0);
+}
+
+void MenuImpWindows::enableItem(std::int32_t id, bool enabled) {
+    // Disabled, not greyed.
+    EnableMenuItem(menuHandle, static_cast<UINT>(id), enabled ? MF_ENABLED : MF_DISABLED);
+}
+
+void MenuImpWindows::appendEntry(std::int32_t id, const std::string& text) {
+    InsertMenuW(menuHandle, static_cast<UINT>(-1), MF_STRING, static_cast<UINT_PTR>(id),
+                fromCp1251(text).c_str());
+}
+
+void MenuImpWindows::modifyEntry(std::int32_t oldId, std::int32_t newId, const std::string& text) {
+    ModifyMenuW(menuHandle, static_cast<UINT>(oldId), MF_STRING, static_cast<UINT_PTR>(newId),
+                fromCp1251(text).c_str());
+}
+
+void MenuImpWindows::deleteEntry(std::int32_t id) {
+    DeleteMenu(menuHandle, static_cast<UINT>(id), MF_BYCOMMAND);
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "panel/app_data_manager.h"
+#include "panel/menu_imp.h"
+
+// The tray icon and its popup menu. The two go together: the icon is what shows the menu, and the
+// icon lives as long as this object, which the window owns.
+class MenuImpWindows : public MenuImp {
+public:
+    // Makes the popup menu and adds the tray icon; "CVCP-006002" when either fails.
+    MenuImpWindows(HWND window, HINSTANCE instance,
+                   const utils::AppDataManager& layout = utils::AppDataManager::instance());
+    // Removes the icon and destroys the menu.
+    ~MenuImpWindows() override;
+
+    // Pops the menu up at the mouse, growing upward; the choice comes back as WM_COMMAND.
+    void popup() override;
+    void enableItem(std::int32_t id, bool enabled) override;
+
+    HMENU nativeMenu() const { return menuHandle; }
+    // The tooltip of the tray icon as it was last given to the shell.
+    std::wstring tooltip() const { return notifyData.szTip; }
+
+protected:
+    void appendEntry(std::int32_t id, const std::string& text) override;
+    void modifyEntry(std::int32_t oldId, std::int32_t newId, const std::string& text) override;
+    void deleteEntry(std::int32_t id) override;
+    void refreshTrayIcon() override;
+
+private:
+    // Fills the tooltip from the window's title and the host's version; true when the icon was
+    // added (mode add) or asked to change (mode modify).
+    bool showTrayIcon(bool add);
+    void fillTooltip();
+
+    HWND window;
+    HINSTANCE instance;
+    HMENU menuHandle = nullptr;
+    NOTIFYICONDATAW notifyData{};
+    // The tooltip shows the window's title from here.
+    const utils::AppDataManager& layout;
+};

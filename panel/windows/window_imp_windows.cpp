@@ -1,0 +1,146 @@
+#include "panel/windows/window_imp_windows.h"
+
+#include <commctrl.h>
+
+#include "foundation/exceptions.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+#include "panel/app_data_manager.h"
+#include "panel/windows/button_imp_windows.h"
+#include "panel/windows/checkbox_imp_windows.h"
+#include "panel/windows/combobox_imp_windows.h"
+#include "panel/windows/label_imp_windows.h"
+#include "panel/windows/menu_imp_windows.h"
+#include "panel/windows/syslink_imp_windows.h"
+#include "panel/windows/tabpanel_imp_windows.h"
+#include "panel/windows/window_procedure_windows.h"
+
+namespace {
+
+constexpr UINT_PTR updateTimerId = 0;
+constexpr WORD iconId = 202;
+// A fixed-size window: caption and close box, no minimise or maximise box.
+constexpr DWORD windowStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
+
+} // namespace
+
+WindowImpWindows::WindowImpWindows(std::string title, PixelPair size, HINSTANCE instance,
+                                   const utils::AppDataManager& layout)
+    : WindowImp(std::move(title), size), instance(instance), layout(layout) {
+    InitCommonControls();
+    if (!registerWindowClass()) {
+        throw BasicException(panelMessages.text("CVCP-006009"));
+    }
+}
+
+WindowImpWindows::~WindowImpWindows() {
+    // Messages that still reach a window that outlives this object go to the default procedure.
+    if (IsWindow(window)) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    }
+}
+
+bool WindowImpWindows::registerWindowClass() {
+    const std::wstring className = fromCp1251(layout.window().className);
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof(windowClass);
+    windowClass.style = CS_VREDRAW | CS_HREDRAW;
+    windowClass.lpfnWndProc = staticWindowProcedure;
+    windowClass.hInstance = instance;
+    windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(iconId));
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_MENU + 1);
+    windowClass.lpszClassName = className.c_str();
+    windowClass.hIconSm = LoadIconW(instance, MAKEINTRESOURCEW(iconId));
+    return RegisterClassExW(&windowClass) != 0;
+}
+
+void WindowImpWindows::registerClass() {
+    registerWindowClass();
+}
+
+bool WindowImpWindows::create() {
+    if (window != nullptr) {
+        return true;
+    }
+    const WindowRecord record = layout.window();
+    const auto [width, height] = size();
+    // Centred on the primary screen, each half rounded down by itself.
+    const auto screenWidth = static_cast<unsigned>(GetSystemMetrics(SM_CXSCREEN));
+    const auto screenHeight = static_cast<unsigned>(GetSystemMetrics(SM_CYSCREEN));
+    const int left = static_cast<int>((screenWidth >> 1) - (static_cast<unsigned>(width) >> 1));
+    const int top = static_cast<int>((screenHeight >> 1) - (static_cast<unsigned>(height) >> 1));
+    const std::wstring caption = fromCp1251(panelMessages.text(title().c_str()));
+    window = CreateWindowExW(0, fromCp1251(record.className).c_str(), caption.c_str(), windowStyle,
+                             left, top, width, height, nullptr, nullptr, instance, this);
+    if (window == nullptr) {
+        return false;
+    }
+    // Never killed: the timer runs while the window is hidden and dies with the window.
+    SetTimer(window, updateTimerId, static_cast<UINT>(record.updateTime), nullptr);
+    return true;
+}
+
+void WindowImpWindows::show() {
+    if (IsWindow(window)) {
+        UpdateWindow(window);
+        SetForegroundWindow(window);
+        ShowWindow(window, SW_SHOW);
+    }
+}
+
+void WindowImpWindows::hide() {
+    if (IsWindow(window)) {
+        ShowWindow(window, SW_HIDE);
+    }
+}
+
+void WindowImpWindows::destroy() {
+    if (IsWindow(window)) {
+        DestroyWindow(window);
+    }
+}
+
+bool WindowImpWindows::isVisible() const {
+    return IsWindowVisible(window) != FALSE;
+}
+
+void WindowImpWindows::setCaption(const std::string& text) {
+    SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(fromCp1251(text).c_str()));
+}
+
+void WindowImpWindows::addTabpanel(const TabpanelRecord& record) {
+    addWidget({record.id, std::make_shared<TabpanelImpWindows>(record.disposition, instance, window,
+                                                               record.tabs)});
+}
+
+void WindowImpWindows::addCombobox(const ComboboxRecord& record) {
+    addWidget({record.id,
+               std::make_shared<ComboboxImpWindows>(record.disposition, instance, window,
+                                                    record.values, record.id, record.command)});
+}
+
+void WindowImpWindows::addLabel(const LabelRecord& record) {
+    addWidget({record.id, std::make_shared<LabelImpWindows>(record.disposition, instance, window)});
+}
+
+void WindowImpWindows::addButton(const ButtonRecord& record) {
+    addWidget({record.id, std::make_shared<ButtonImpWindows>(record.disposition, instance, window,
+                                                             record.command)});
+}
+
+void WindowImpWindows::addSyslink(const ButtonRecord& record) {
+    addWidget({record.id, std::make_shared<SyslinkImpWindows>(record.disposition, instance, window,
+                                                              record.command)});
+}
+
+void WindowImpWindows::addCheckbox(const ButtonRecord& record) {
+    addWidget({record.id, std::make_shared<CheckboxImpWindows>(record.disposition, instance, window,
+                                                               record.id, record.command)});
+}
+
+void WindowImpWindows::createMenu() {
+    if (!menu()) {
+        setMenu(std::make_shared<MenuImpWindows>(window, instance, layout));
+    }
+}

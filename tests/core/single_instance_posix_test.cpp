@@ -1,0 +1,34 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "core/single_instance.h"
+
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+// The instance lock files of these tests go to a runtime folder of their own, removed at the end.
+class RuntimeFolder : public ::testing::Environment {
+public:
+    void SetUp() override {
+        folder = std::make_unique<TempFolder>();
+        setenv("XDG_RUNTIME_DIR", folder->path().c_str(), 1);
+    }
+    void TearDown() override { folder.reset(); }
+
+private:
+    std::unique_ptr<TempFolder> folder;
+};
+
+[[maybe_unused]] auto* const runtimeFolder = ::testing::AddGlobalTestEnvironment(new RuntimeFolder);
+
+} // namespace
+
+TEST(SingleInstancePosix, MutexIsALockFileInTheRuntimeFolder) {
+    const std::string folder = std::getenv("XDG_RUNTIME_DIR");
+    ASSERT_TRUE(instance_native::createMutex("CVHControlPanelLockTest").has_value());
+    EXPECT_TRUE(std::filesystem::exists(folder + "/CVHControlPanelLockTest.lock"));
+    EXPECT_TRUE(instance_native::openMutex("CVHControlPanelLockTest").has_value());
+}

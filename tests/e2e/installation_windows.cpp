@@ -1,0 +1,295 @@
+#include "tests/e2e/installation_windows.h"
+
+#include <winsock2.h>
+
+#include <shlobj.h>
+#include <tlhelp32.h>
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+#include "tests/e2e/ui_driver_windows.h"
+
+namespace e2e {
+
+namespace {
+
+const std::wstring productKey = L"Software\\Ormal Co\\CorvaniteHost";
+const std::wstring uninstallKey =
+    L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\CorvaniteHost";
+
+std::wstring widen(const std::string& text) {
+    return std::wstring(text.begin(), text.end());
+}
+
+std::wstring freshFolder() {
+    static std::atomic<unsigned> counter{0};
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    std::wstring folder = std::wstring(temp) + L"cvh-e2e-" + std::to_wstring(GetTickCount64()) +
+                          L"-" + std::to_wstring(counter.fetch_add(1));
+    std::filesystem::create_directories(folder);
+    return folder;
+}
+
+// A port that nobody listens on at this moment.
+int freePort() {
+    WSADATA data{};
+    WSAStartup(MAKEWORD(2, 2), &data);
+    SOCKET probe = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    bind(probe, reinterpret_cast<sockaddr*>(&address), sizeof(address));
+    int length = sizeof(address);
+    getsockname(probe, reinterpret_cast<sockaddr*>(&address), &length);
+    closesocket(probe);
+    return ntohs(address.sin_port);
+}
+
+std::string nginxConf(int port) {
+    std::ostringstream conf;
+    conf << "worker_processes 1;\n"
+         << "error_log logs/error.log info;\n"
+         << "events {\n    worker_connections 64;\n}\n"
+         << "http {\n    server {\n        listen " << port << " ssl;\n"
+         << "        server_name localhost;\n    }\n}\n";
+    return conf.str();
+}
+
+void copyInto(const std::wstring& folder, const std::string& unixPath) {
+    const std::filesystem::path source = windowsPathOf(unixPath);
+    std::filesystem::copy_file(source, std::filesystem::path(folder) / source.filename(),
+                               std::filesystem::copy_options::overwrite_existing);
+}
+
+std::wstring imageOf(DWORD processId) {
+    HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId);
+    if (process == nullptr) {
+        return {};
+    }
+    wchar_t image[MAX_PATH * 2] = {};
+    DWORD length = sizeof(image) / sizeof(image[0]);
+    QueryFullProcessImageNameW(process, 0, image, &length);
+    CloseHandle(process);
+    return image;
+}
+
+bool startsWithIgnoringCase(const std::wstring& text, const std::wstring& prefix) {
+    return text.size() >= prefix.size() &&
+           _wcsnicmp(text.c_str(), prefix.c_str(), prefix.size()) == 0;
+}
+
+// The process and all its descendants, found by their parents' ids, the root first.
+std::vector<DWORD> processTree(DWORD root) {
+    std::vector<PROCESSENTRY32W> all;
+    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = Process32FirstW(snapshot, &entry); more;
+         more = Process32NextW(snapshot, &entry)) {
+        all.push_back(entry);
+    }
+    CloseHandle(snapshot);
+    std::vector<DWORD> tree{root};
+    for (std::size_t next = 0; next < tree.size(); ++next) {
+        for (const auto& process : all) {
+            if (process.th32ParentProcessID == tree[next] && process.th32ProcessID != root &&
+                std::find(tree.begin(), tree.end(), process.th32ProcessID) == tree.end()) {
+                tree.push_back(process.th32ProcessID);
+            }
+        }
+    }
+    return tree;
+}
+
+void endProcess(DWORD id) {
+    HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
+    if (process != nullptr) {
+        TerminateProcess(process, 9);
+        WaitForSingleObject(process, 5000);
+        CloseHandle(process);
+    }
+}
+
+} // namespace
+
+void endProcessTree(DWORD root) {
+    for (DWORD id : processTree(root)) {
+        endProcess(id);
+    }
+}
+
+std::wstring windowsPathOf(const std::string& unixPath) {
+    std::wstring path = L"Z:" + widen(unixPath);
+    for (auto& letter : path) {
+        if (letter == L'/') {
+            letter = L'\\';
+        }
+    }
+    return path;
+}
+
+SavedRegistryValue::SavedRegistryValue(std::wstring key, std::wstring name)
+    : key_(std::move(key)), name_(std::move(name)), original_(read()) {}
+
+SavedRegistryValue::~SavedRegistryValue() {
+    write(original_);
+}
+
+std::optional<std::wstring> SavedRegistryValue::read() const {
+    wchar_t data[512] = {};
+    DWORD size = sizeof(data) - sizeof(wchar_t);
+    if (RegGetValueW(HKEY_CURRENT_USER, key_.c_str(), name_.c_str(), RRF_RT_REG_SZ, nullptr, data,
+                     &size) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    return std::wstring(data);
+}
+
+void SavedRegistryValue::write(const std::optional<std::wstring>& value) const {
+    HKEY key = nullptr;
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, key_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                        &key, nullptr) != ERROR_SUCCESS) {
+        throw std::runtime_error("registry key can't be made");
+    }
+    if (value) {
+        RegSetValueExW(key, name_.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(value->c_str()),
+                       static_cast<DWORD>((value->size() + 1) * sizeof(wchar_t)));
+    } else {
+        RegDeleteValueW(key, name_.c_str());
+    }
+    RegCloseKey(key);
+}
+
+Installation::Installation()
+    : language(productKey, L"Language"), displayVersion(uninstallKey, L"DisplayVersion"),
+      folder_(freshFolder()), port_(freePort()), path_(productKey, L"Path"),
+      savedSettings_(readSettings()) {
+    copyInto(folder_, CVH_TOOLS_DIR "/CorvaniteHost.exe");
+    copyInto(folder_, CVH_TOOLS_DIR "/Corvanite.dll");
+    copyInto(folder_, CVH_LAYOUT_FILE);
+    std::filesystem::create_directories(folder_ + L"\\conf");
+    std::filesystem::create_directories(folder_ + L"\\logs");
+    std::filesystem::create_directories(folder_ + L"\\tmp");
+    writeFile(L"conf\\nginx.conf", nginxConf(port_));
+    path_.write(folder_);
+    language.write(L"1033");
+    displayVersion.write(std::nullopt);
+    std::filesystem::remove(settingsPath());
+}
+
+Installation::~Installation() {
+    killServer();
+    std::error_code ignored;
+    std::filesystem::remove(settingsPath(), ignored);
+    if (savedSettings_) {
+        std::ofstream(std::filesystem::path(settingsPath()), std::ios::binary) << *savedSettings_;
+    }
+    std::filesystem::remove_all(folder_, ignored);
+}
+
+std::wstring Installation::pathOf(const std::wstring& relative) const {
+    return folder_ + L"\\" + relative;
+}
+
+std::string Installation::readFile(const std::wstring& relative) const {
+    std::ifstream file(std::filesystem::path(pathOf(relative)), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+void Installation::writeFile(const std::wstring& relative, const std::string& content) const {
+    std::ofstream(std::filesystem::path(pathOf(relative)), std::ios::binary | std::ios::trunc)
+        << content;
+}
+
+void Installation::removeFile(const std::wstring& relative) const {
+    std::filesystem::remove(pathOf(relative));
+}
+
+std::wstring Installation::settingsPath() const {
+    wchar_t profile[MAX_PATH] = {};
+    SHGetFolderPathW(nullptr, CSIDL_PROFILE, nullptr, 0, profile);
+    return std::wstring(profile) + L"\\.corvanite_settings";
+}
+
+std::optional<std::string> Installation::readSettings() const {
+    std::ifstream file(std::filesystem::path(settingsPath()), std::ios::binary);
+    if (!file) {
+        return std::nullopt;
+    }
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+std::vector<DWORD> Installation::serverProcesses() const {
+    std::vector<DWORD> found;
+    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = Process32FirstW(snapshot, &entry); more;
+         more = Process32NextW(snapshot, &entry)) {
+        if (_wcsicmp(entry.szExeFile, L"CorvaniteHost.exe") == 0 &&
+            startsWithIgnoringCase(imageOf(entry.th32ProcessID), folder_ + L"\\")) {
+            found.push_back(entry.th32ProcessID);
+        }
+    }
+    CloseHandle(snapshot);
+    return found;
+}
+
+bool Installation::waitForServer(bool running, std::chrono::milliseconds timeout) const {
+    return ui::waitUntil([&] { return serverRuns() == running; }, timeout);
+}
+
+void Installation::killServer() const {
+    for (DWORD id : serverProcesses()) {
+        endProcess(id);
+    }
+}
+
+ProgramRun::ProgramRun(const std::wstring& commandLine) {
+    const std::wstring program = windowsPathOf(CVH_PROGRAM);
+    std::wstring line = L"\"" + program + L"\"";
+    if (!commandLine.empty()) {
+        line += L" " + commandLine;
+    }
+    // No standard handles: under Wine they would be the test runner's pipes, and every program
+    // that the panel starts would inherit them and keep the runner waiting.
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &startup, &info_)) {
+        throw std::runtime_error("the control panel can't be started");
+    }
+}
+
+ProgramRun::~ProgramRun() {
+    // The panel and whatever it started and left running: probes, the shell's handlers.
+    endProcessTree(info_.dwProcessId);
+    CloseHandle(info_.hThread);
+    CloseHandle(info_.hProcess);
+}
+
+std::optional<DWORD> ProgramRun::waitForExit(std::chrono::milliseconds timeout) const {
+    if (WaitForSingleObject(info_.hProcess, static_cast<DWORD>(timeout.count())) != WAIT_OBJECT_0) {
+        return std::nullopt;
+    }
+    DWORD code = 0;
+    GetExitCodeProcess(info_.hProcess, &code);
+    return code;
+}
+
+bool ProgramRun::running() const {
+    return WaitForSingleObject(info_.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+HWND ProgramRun::window(std::chrono::milliseconds timeout) const {
+    return ui::waitForTopWindow(windowClass, processId(), timeout);
+}
+
+} // namespace e2e

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/host_model_system.h"
+
+// A Corvanite installation of a test's own: a folder with the server and addon doubles, the layout
+// file, "conf/nginx.conf", "logs" and "tmp", named by the registry's "Path". The registry values
+// and the user's settings file that a test may change are put back, and every process started from
+// the folder is ended, when the object goes.
+namespace e2e {
+
+using namespace std::chrono_literals;
+
+// The Windows form of a path of the build machine ("/a/b" is "Z:\a\b").
+std::wstring windowsPathOf(const std::string& unixPath);
+
+// Ends the process and every process below it.
+void endProcessTree(DWORD root);
+
+// One registry value under HKEY_CURRENT_USER, kept as it was and restored at the end.
+class SavedRegistryValue {
+public:
+    SavedRegistryValue(std::wstring key, std::wstring name);
+    ~SavedRegistryValue();
+    SavedRegistryValue(const SavedRegistryValue&) = delete;
+    SavedRegistryValue& operator=(const SavedRegistryValue&) = delete;
+
+    std::optional<std::wstring> read() const;
+    // Creates the key when needed; an empty value removes the value.
+    void write(const std::optional<std::wstring>& value) const;
+
+private:
+    std::wstring key_;
+    std::wstring name_;
+    std::optional<std::wstring> original_;
+};
+
+class Installation {
+    // Held for the installation's whole life, taken before anything else and given back last.
+    // Its servers must not be killed by the host tests' stop test, which kills every server of the
+    // user while holding the server lock alone; and the product's registry values, which the
+    // installation and its program change, are shared by every test process of the prefix.
+    HostModelServerLock serverLock_{false};
+    HostModelRegistryLock registryLock_;
+
+public:
+    Installation();
+    ~Installation();
+    Installation(const Installation&) = delete;
+    Installation& operator=(const Installation&) = delete;
+
+    const std::wstring& folder() const { return folder_; }
+    std::wstring pathOf(const std::wstring& relative) const;
+    // The port that the server double listens on, from the "listen" line of nginx.conf.
+    int port() const { return port_; }
+
+    std::string readFile(const std::wstring& relative) const;
+    void writeFile(const std::wstring& relative, const std::string& content) const;
+    void removeFile(const std::wstring& relative) const;
+
+    // The user's settings file in the profile folder.
+    std::wstring settingsPath() const;
+    std::optional<std::string> readSettings() const;
+
+    // Processes whose program lies in the installation folder (the server's master and worker).
+    std::vector<DWORD> serverProcesses() const;
+    bool serverRuns() const { return !serverProcesses().empty(); }
+    bool waitForServer(bool running, std::chrono::milliseconds timeout = 30s) const;
+    // Kills the server from outside, as a crash would.
+    void killServer() const;
+
+    SavedRegistryValue language;
+    SavedRegistryValue displayVersion;
+
+private:
+    std::wstring folder_;
+    int port_ = 0;
+    SavedRegistryValue path_;
+    std::optional<std::string> savedSettings_;
+};
+
+// The real program, started on the installation with a command line, ended at the latest when
+// the object goes.
+class ProgramRun {
+public:
+    explicit ProgramRun(const std::wstring& commandLine = L"");
+    ~ProgramRun();
+    ProgramRun(const ProgramRun&) = delete;
+    ProgramRun& operator=(const ProgramRun&) = delete;
+
+    DWORD processId() const { return info_.dwProcessId; }
+    // The exit code once the process has ended within the time.
+    std::optional<DWORD> waitForExit(std::chrono::milliseconds timeout = 30s) const;
+    bool running() const;
+    // The main window, once it exists.
+    HWND window(std::chrono::milliseconds timeout = 60s) const;
+
+private:
+    PROCESS_INFORMATION info_{};
+};
+
+// The window class that the layout names, by which the program's window is found.
+inline constexpr const wchar_t* windowClass = L"CVHControlPanel";
+
+} // namespace e2e

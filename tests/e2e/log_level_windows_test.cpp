@@ -1,0 +1,45 @@
+#include "tests/e2e/panel_session_windows.h"
+
+using namespace e2e;
+
+using LogLevelChoice = PanelSession;
+
+TEST_F(LogLevelChoice, StartsOnTheLevelOfNginxConf) {
+    ProgramRun run;
+    HWND window = startPanel(run);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(ui::comboSelection(control(window, LogLevelBox)), 1);
+}
+
+TEST_F(LogLevelChoice, RewritesTheLevelInNginxConfAndRestartsTheServer) {
+    ProgramRun run;
+    HWND window = startPanel(run);
+    ASSERT_NE(window, nullptr);
+    const auto before = installation.serverProcesses();
+    ui::chooseComboEntry(control(window, LogLevelBox), 2);
+    EXPECT_TRUE(ui::waitUntil([&] {
+        return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log debug;") !=
+               std::string::npos;
+    }));
+    EXPECT_TRUE(ui::waitUntil(
+        [&] {
+            const auto now = installation.serverProcesses();
+            return !now.empty() && now != before;
+        },
+        30s));
+}
+
+TEST_F(LogLevelChoice, WhileTheServerIsStoppedTheLevelIsStoredAllTheSame) {
+    ProgramRun run;
+    HWND window = startPanel(run);
+    ASSERT_NE(window, nullptr);
+    HWND stop = control(window, StopButton);
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(stop); }));
+    ui::click(stop);
+    ASSERT_TRUE(installation.waitForServer(false));
+    ui::chooseComboEntry(control(window, LogLevelBox), 0);
+    EXPECT_TRUE(ui::waitUntil([&] {
+        return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log error;") !=
+               std::string::npos;
+    }));
+}

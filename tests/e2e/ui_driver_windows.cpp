@@ -1,0 +1,263 @@
+#include "tests/e2e/ui_driver_windows.h"
+
+#include <commctrl.h>
+
+#include <thread>
+
+namespace ui {
+
+namespace {
+
+constexpr UINT trayMessage = WM_USER + 1;
+constexpr UINT trayIconId = 202;
+// The control of a message box that holds its text.
+constexpr int messageBoxTextId = 0xFFFF;
+
+struct TopSearch {
+    std::wstring className;
+    DWORD processId;
+    HWND found;
+};
+
+BOOL CALLBACK matchTopWindow(HWND window, LPARAM data) {
+    auto* search = reinterpret_cast<TopSearch*>(data);
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner == search->processId && className(window) == search->className) {
+        search->found = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+BOOL CALLBACK collectChild(HWND window, LPARAM data) {
+    auto* found = reinterpret_cast<std::vector<HWND>*>(data);
+    found->push_back(window);
+    return TRUE;
+}
+
+LRESULT sendBounded(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    DWORD_PTR result = 0;
+    SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 5000, &result);
+    return static_cast<LRESULT>(result);
+}
+
+void postKey(HWND window, UINT key) {
+    PostMessageW(window, WM_KEYDOWN, key, 1);
+    PostMessageW(window, WM_KEYUP, key, 0xC0000001);
+}
+
+} // namespace
+
+bool waitUntil(const std::function<bool()>& ready, std::chrono::milliseconds timeout) {
+    const auto end = std::chrono::steady_clock::now() + timeout;
+    while (!ready()) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        std::this_thread::sleep_for(50ms);
+    }
+    return true;
+}
+
+HWND findTopWindow(const std::wstring& className, DWORD processId) {
+    TopSearch search{className, processId, nullptr};
+    EnumWindows(matchTopWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND waitForTopWindow(const std::wstring& className, DWORD processId,
+                      std::chrono::milliseconds timeout) {
+    HWND found = nullptr;
+    waitUntil([&] { return (found = findTopWindow(className, processId)) != nullptr; }, timeout);
+    return found;
+}
+
+std::vector<HWND> children(HWND parent) {
+    std::vector<HWND> found;
+    EnumChildWindows(parent, collectChild, reinterpret_cast<LPARAM>(&found));
+    std::vector<HWND> direct;
+    for (HWND child : found) {
+        if (GetParent(child) == parent) {
+            direct.push_back(child);
+        }
+    }
+    return direct;
+}
+
+std::wstring className(HWND window) {
+    wchar_t name[256] = {};
+    GetClassNameW(window, name, static_cast<int>(sizeof(name) / sizeof(name[0])));
+    return name;
+}
+
+HWND controlAt(HWND parent, const std::wstring& wanted, POINT position) {
+    for (HWND child : children(parent)) {
+        if (_wcsicmp(className(child).c_str(), wanted.c_str()) != 0) {
+            continue;
+        }
+        RECT box{};
+        GetWindowRect(child, &box);
+        POINT corner{box.left, box.top};
+        ScreenToClient(parent, &corner);
+        if (corner.x == position.x && corner.y == position.y) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
+std::wstring text(HWND window) {
+    const auto length = sendBounded(window, WM_GETTEXTLENGTH, 0, 0);
+    std::wstring result(static_cast<std::size_t>(length) + 1, L'\0');
+    const auto copied =
+        sendBounded(window, WM_GETTEXT, result.size(), reinterpret_cast<LPARAM>(result.data()));
+    result.resize(static_cast<std::size_t>(copied));
+    return result;
+}
+
+bool isEnabled(HWND window) {
+    return IsWindowEnabled(window) != FALSE;
+}
+bool isVisible(HWND window) {
+    return IsWindowVisible(window) != FALSE;
+}
+
+void click(HWND button) {
+    PostMessageW(button, BM_CLICK, 0, 0);
+}
+
+bool isChecked(HWND checkbox) {
+    return sendBounded(checkbox, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void clickLink(HWND link) {
+    const LPARAM point = MAKELPARAM(4, 6);
+    PostMessageW(link, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(link, WM_LBUTTONUP, 0, point);
+}
+
+void chooseComboEntry(HWND combobox, int index) {
+    sendBounded(combobox, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    const WPARAM command = MAKEWPARAM(GetDlgCtrlID(combobox), CBN_SELCHANGE);
+    PostMessageW(GetParent(combobox), WM_COMMAND, command, reinterpret_cast<LPARAM>(combobox));
+}
+
+int comboSelection(HWND combobox) {
+    return static_cast<int>(sendBounded(combobox, CB_GETCURSEL, 0, 0));
+}
+
+int comboCount(HWND combobox) {
+    return static_cast<int>(sendBounded(combobox, CB_GETCOUNT, 0, 0));
+}
+
+std::wstring comboEntry(HWND combobox, int index) {
+    const auto length = sendBounded(combobox, CB_GETLBTEXTLEN, static_cast<WPARAM>(index), 0);
+    if (length < 0) {
+        return {};
+    }
+    std::wstring entry(static_cast<std::size_t>(length) + 1, L'\0');
+    sendBounded(combobox, CB_GETLBTEXT, static_cast<WPARAM>(index),
+                reinterpret_cast<LPARAM>(entry.data()));
+    entry.resize(static_cast<std::size_t>(length));
+    return entry;
+}
+
+void chooseTab(HWND tabControl, int index) {
+    sendBounded(tabControl, TCM_SETCURFOCUS, static_cast<WPARAM>(index), 0);
+}
+
+int tabSelection(HWND tabControl) {
+    return static_cast<int>(sendBounded(tabControl, TCM_GETCURSEL, 0, 0));
+}
+
+std::wstring tabCaption(HWND tabControl, int index) {
+    // The item record and its text buffer must lie in the control's own process.
+    DWORD processId = 0;
+    GetWindowThreadProcessId(tabControl, &processId);
+    HANDLE process =
+        OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
+    if (process == nullptr) {
+        return {};
+    }
+    constexpr std::size_t capacity = 256;
+    const std::size_t bytes = sizeof(TCITEMW) + capacity * sizeof(wchar_t);
+    auto* remote = static_cast<char*>(
+        VirtualAllocEx(process, nullptr, bytes, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    std::wstring caption;
+    if (remote != nullptr) {
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(TCITEMW));
+        item.cchTextMax = capacity;
+        WriteProcessMemory(process, remote, &item, sizeof(item), nullptr);
+        if (sendBounded(tabControl, TCM_GETITEMW, static_cast<WPARAM>(index),
+                        reinterpret_cast<LPARAM>(remote)) != 0) {
+            wchar_t buffer[capacity] = {};
+            ReadProcessMemory(process, remote + sizeof(TCITEMW), buffer, sizeof(buffer), nullptr);
+            buffer[capacity - 1] = L'\0';
+            caption = buffer;
+        }
+        VirtualFreeEx(process, remote, 0, MEM_RELEASE);
+    }
+    CloseHandle(process);
+    return caption;
+}
+
+void trayClick(HWND window, UINT mouseMessage) {
+    PostMessageW(window, trayMessage, trayIconId, static_cast<LPARAM>(mouseMessage));
+}
+
+void closeBox(HWND window) {
+    PostMessageW(window, WM_CLOSE, 0, 0);
+}
+
+std::optional<MessageBoxSeen> waitForMessageBox(DWORD processId,
+                                                std::chrono::milliseconds timeout) {
+    HWND box = waitForTopWindow(L"#32770", processId, timeout);
+    if (box == nullptr) {
+        return std::nullopt;
+    }
+    MessageBoxSeen seen{text(box), {}};
+    // The box fills its text in while it is being shown; wait for it to be there.
+    waitUntil([&] {
+        HWND message = GetDlgItem(box, messageBoxTextId);
+        seen.text = message != nullptr ? text(message) : std::wstring();
+        return !seen.text.empty();
+    });
+    return seen;
+}
+
+std::optional<MessageBoxSeen> answerMessageBox(DWORD processId, std::chrono::milliseconds timeout) {
+    auto seen = waitForMessageBox(processId, timeout);
+    if (seen) {
+        HWND box = findTopWindow(L"#32770", processId);
+        PostMessageW(box, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+        waitUntil([&] { return !IsWindow(box); });
+    }
+    return seen;
+}
+
+HWND waitForPopupMenu(DWORD processId, std::chrono::milliseconds timeout) {
+    HWND found = nullptr;
+    waitUntil(
+        [&] {
+            found = findTopWindow(L"#32768", processId);
+            return found != nullptr && IsWindowVisible(found);
+        },
+        timeout);
+    return found;
+}
+
+void choosePopupEntry(HWND menuWindow, int position) {
+    for (int step = 0; step <= position; ++step) {
+        postKey(menuWindow, VK_DOWN);
+    }
+    postKey(menuWindow, VK_RETURN);
+}
+
+void dismissPopup(HWND menuWindow) {
+    postKey(menuWindow, VK_ESCAPE);
+}
+
+} // namespace ui
