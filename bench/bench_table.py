@@ -82,7 +82,7 @@ def report(results: dict) -> str:
     slowest_name, slowest = max(sections.items(), key=lambda item: micros(item[1]))
     over = (micros(results["report/all"]) - micros(slowest)) / 1000
     return (f"{micros(results['report/all']) / 1000:.0f} ms, slowest section "
-            f"{slowest_name.rsplit('/', 1)[1]} {micros(slowest) / 1000:.0f} ms: +{over:.0f} ms")
+            f"{slowest_name.rsplit('/', 1)[1]} {micros(slowest) / 1000:.0f} ms: {over:+.0f} ms")
 
 
 def idle(facts: dict) -> tuple:
