@@ -1,0 +1,3 @@
+#include "panel/command_progress.h"
+
+std::atomic<bool> commandInProgress{false};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+// Width and height, or left and top, in pixels.
+using PixelPair = std::pair<std::int32_t, std::int32_t>;
+
+// The layout file gives sizes and positions for a screen of 96 dots per inch; DisplayScale turns
+// them into device pixels of the screen the program runs on.
+struct DisplayScale {
+    static constexpr std::int32_t designDpi = 96;
+
+    std::int32_t horizontalDpi = designDpi;
+    std::int32_t verticalDpi = designDpi;
+
+    // Each coordinate times its dots per inch over 96, rounded to nearest.
+    PixelPair scale(PixelPair design) const;
+};
+
+// number * numerator / denominator with a 64-bit product, rounded half away from zero; -1 for a
+// zero denominator or a result beyond 32 bits. The system's own MulDiv answers the same.
+std::int32_t mulDiv(std::int32_t number, std::int32_t numerator, std::int32_t denominator);
+
+// The screen's dots per inch, read from the system. Windows: the screen's device context, failing
+// with "CV-003001" when there is none. Elsewhere: 96, or the number in CORVANITE_DPI.
+DisplayScale screenDisplayScale();
+
+// The program's one scale, read from the screen at its first use and kept: a later change of the
+// display is not followed.
+const DisplayScale& sharedDisplayScale();

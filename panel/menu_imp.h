@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <list>
+#include <string>
+
+#include "core/uncopyable.h"
+#include "panel/menu_item.h"
+
+// The model of the tray's popup menu: its items with their commands, in display order. The
+// native half owns the popup menu and the tray icon and carries out the protected operations
+// below; the model decides what they are asked to do.
+class MenuImp : public Uncopyable {
+public:
+    MenuImp() = default;
+    virtual ~MenuImp() = default;
+
+    // The platform's: pops the menu up at the mouse; the choice comes back as a command event.
+    virtual void popup() = 0;
+    // At each tick: keeps Stop in the place of Run while the server runs and Run while it
+    // doesn't, then rewrites the texts.
+    virtual void update();
+    // Appends an item and its native entry. An item without a command or with a text that is no
+    // catalogue id fails before the menu changes. A second item with an id that exists is
+    // appended like any other.
+    virtual void addItem(const MenuItem& item);
+    // Removes every item with the id.
+    virtual void removeItem(std::int32_t id);
+    // Puts the item where the first item with the old id stands, or at the end, and removes
+    // every item with the old id. The native entry keeps its place and gets the item's catalogue
+    // id as its text until the next updateTexts.
+    virtual void replaceItem(std::int32_t oldId, const MenuItem& item);
+    // Runs the command of the first item with the id; false when there is none or the command
+    // failed: a menu choice never ends the program.
+    virtual bool execute(std::int32_t id);
+    // The platform's: an id that the menu lacks is ignored.
+    virtual void enableItem(std::int32_t id, bool enabled) = 0;
+    // Every entry gets its catalogue words in the language in force, and the tray icon its
+    // tooltip.
+    virtual void updateTexts();
+
+    // A copy of the first item with the id; "menu item not found" if none has it.
+    MenuItem find(std::int32_t id) const;
+    // addItem at a position of the model; the native menu is not touched.
+    void insertAt(const MenuItem& item, std::size_t index);
+    const std::list<MenuItem>& items() const { return items_; }
+
+protected:
+    // The platform's popup menu, entries addressed by id; texts in code page 1251.
+    virtual void appendEntry(std::int32_t id, const std::string& text) = 0;
+    virtual void modifyEntry(std::int32_t oldId, std::int32_t newId, const std::string& text) = 0;
+    virtual void deleteEntry(std::int32_t id) = 0;
+    // Rebuilds the tray icon's tooltip (trayTipText) and shows it.
+    virtual void refreshTrayIcon() = 0;
+
+private:
+    std::list<MenuItem> items_;
+};

@@ -1,0 +1,181 @@
+#include "panel/window_imp.h"
+
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "core/message_box.h"
+#include "foundation/language.h"
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+#include "host/corvanite_host.h"
+#include "host/host_options.h"
+#include "host/log_level.h"
+#include "panel/command_progress.h"
+#include "panel/tooltip_base.h"
+
+// The widgets that the program addresses by the ids of the layout file.
+namespace {
+
+constexpr std::int32_t addressLink = 2;
+constexpr std::int32_t statusLabel = 3;
+constexpr std::int32_t timeLabel = 4;
+constexpr std::int32_t runButton = 7;
+constexpr std::int32_t stopButton = 8;
+constexpr std::int32_t tabPanel = 9;
+constexpr std::int32_t logLevelBox = 13;
+constexpr std::int32_t portAutoselectBox = 14;
+constexpr std::int32_t uncPathsBox = 15;
+
+constexpr std::int32_t runCommandId = 1;
+constexpr std::int32_t stopCommandId = 2;
+constexpr std::int32_t logLevelCommandId = 9;
+constexpr std::int32_t portAutoselectCommandId = 13;
+constexpr std::int32_t uncPathsCommandId = 14;
+
+bool isLongRunning(std::int32_t id) {
+    return id == runCommandId || id == stopCommandId || id == logLevelCommandId;
+}
+
+// The worker takes its command from a fixed widget, whichever control or menu item asked for it.
+std::int32_t carrierOf(std::int32_t id) {
+    switch (id) {
+    case runCommandId:
+        return runButton;
+    case stopCommandId:
+        return stopButton;
+    case logLevelCommandId:
+        return logLevelBox;
+    default:
+        return -1;
+    }
+}
+
+// The action's word in the failure box; none for an action without one.
+std::string actionWord(std::int32_t id) {
+    switch (id) {
+    case runCommandId:
+        return panelMessages.text("CVCP-006011");
+    case stopCommandId:
+        return panelMessages.text("CVCP-006012");
+    case logLevelCommandId:
+        return panelMessages.text("CVCP-006026");
+    default:
+        return std::string();
+    }
+}
+
+bool busy() {
+    return commandInProgress.load(std::memory_order_relaxed);
+}
+
+} // namespace
+
+bool WindowImp::update() {
+    const ServerStatus status = getHost()->serverStatus();
+    const auto link = widget(addressLink);
+    link->setText(addressLinkText(status.port));
+    link->setTooltipText(tooltipBase + utf8ToUtf16(status.port));
+    widget(timeLabel)->setText(status.time);
+    widget(statusLabel)->setText(statusText(status.running));
+    if (menu_) {
+        menu_->update();
+    }
+    // Stop still enabled means that the server ran at the last tick with nothing in progress:
+    // it went down by itself. Stop is disabled below, so a server that stays down is tried once.
+    if (!status.running && widget(stopButton)->isEnabled()) {
+        startWatchdog();
+    }
+    widget(runButton)->setEnabled(!busy() && !status.running);
+    widget(stopButton)->setEnabled(!busy() && status.running);
+    if (menu_) {
+        menu_->enableItem(runCommandId, !busy());
+        menu_->enableItem(stopCommandId, !busy());
+    }
+    return status.running;
+}
+
+void WindowImp::startWatchdog() {
+    // The thread shares the host, which lives to the process's end; the tick doesn't wait.
+    std::thread([host = getHost()] { host->startServer(); }).detach();
+}
+
+void WindowImp::updateTexts() {
+    setCaption(panelMessages.text(title_.c_str()));
+    // The tray belongs to the window; a window whose tray could not be made fails here.
+    if (!menu_) {
+        throw std::logic_error("menu is not found");
+    }
+    menu_->updateTexts();
+    for (const WidgetEntry& entry : widgets_) {
+        entry.widget->updateText();
+    }
+}
+
+bool WindowImp::runCommand(std::int32_t id) {
+    if (isLongRunning(id)) {
+        runOnWorker(id);
+        return true;
+    }
+    for (const WidgetEntry& entry : widgets_) {
+        if (entry.widget->commandId() == id) {
+            entry.widget->execute();
+            return true;
+        }
+    }
+    return menu_ ? menu_->execute(id) : false;
+}
+
+void WindowImp::runOnWorker(std::int32_t id) {
+    commandInProgress.store(true, std::memory_order_relaxed);
+    widget(runButton)->setEnabled(false);
+    widget(stopButton)->setEnabled(false);
+    if (menu_) {
+        menu_->enableItem(id, false);
+    }
+    std::thread([window = shared_from_this(), id] { window->finishOnWorker(id); }).detach();
+}
+
+void WindowImp::finishOnWorker(std::int32_t id) {
+    try {
+        widget(carrierOf(id))->execute();
+    } catch (...) {
+        // The box's caption is the title's catalogue id as it stands, not its words.
+        try {
+            const std::string text =
+                panelMessages.format("CVCP-006010", actionWord(id).c_str(), "Corvanite");
+            showMessageBox(title_, text, 0);
+        } catch (...) {
+            // Nothing is left to tell the user with; the panel goes on.
+        }
+    }
+    commandInProgress.store(false, std::memory_order_relaxed);
+}
+
+void WindowImp::changeLanguage(std::int32_t index) {
+    applyLanguage(index);
+    updateTexts();
+    refreshTab(widget(tabPanel)->selectedIndex());
+}
+
+void WindowImp::changeLogLevel(std::int32_t index) {
+    setSelectedLogLevel(static_cast<std::uint8_t>(index));
+    runCommand(logLevelCommandId);
+}
+
+bool WindowImp::commandEvent(std::int32_t id) {
+    if (id == portAutoselectCommandId) {
+        setPortAutoselect(widget(portAutoselectBox)->isChecked());
+        return false;
+    }
+    if (id == uncPathsCommandId) {
+        setUseUncPaths(widget(uncPathsBox)->isChecked());
+        return false;
+    }
+    return runCommand(id);
+}
+
+void WindowImp::changeTab() {
+    showTab(widget(tabPanel)->selectedIndex());
+}

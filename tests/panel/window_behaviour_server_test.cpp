@@ -1,0 +1,226 @@
+#include "panel/window_imp.h"
+
+#include <chrono>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "foundation/message_catalogue.h"
+#include "foundation/text.h"
+#include "host/corvanite_host.h"
+#include "host/host_facts.h"
+#include "host/log_level.h"
+#include "host/service_domain.h"
+#include "panel/command_progress.h"
+#include "panel/tooltip_base.h"
+#include "tests/support/panel_expect_failure.h"
+#include "tests/support/panel_layout_documents.h"
+#include "tests/support/panel_live_window.h"
+#include "tests/support/temp_folder.h"
+
+// The update cycle, the watchdog and the long-running commands of the layout file's window over
+// the server double.
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class WindowUpdateTest : public testing::Test {
+protected:
+    PanelLiveWindow panel;
+
+    std::string link() const {
+        return "<a>" + ServiceDomain + ":" + std::to_string(panel.port) + "</a>";
+    }
+};
+
+TEST_F(WindowUpdateTest, ATickWritesLinkTooltipTimeAndStatusOfARunningServer) {
+    panel.makeHost();
+    panel.build();
+    ASSERT_TRUE(panel.waitForServer(true));
+    std::this_thread::sleep_for(1100ms);
+    EXPECT_TRUE(panel.tick());
+    EXPECT_EQ(panel.widget(2)->shown(), link());
+    EXPECT_EQ(panel.widget(2)->tooltip(), tooltipBase + utf8ToUtf16(std::to_string(panel.port)));
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_NE(panel.widget(4)->shown(), "-");
+    EXPECT_FALSE(panel.widget(7)->isEnabled());
+    EXPECT_TRUE(panel.widget(8)->isEnabled());
+    EXPECT_NE(panel.menu()->entry(2), nullptr);
+    EXPECT_TRUE(panel.menu()->entry(2)->enabled);
+    EXPECT_TRUE(panel.boxes.boxes().empty());
+}
+
+TEST_F(WindowUpdateTest, AllTextsAreWrittenAtEveryTick) {
+    panel.makeHost();
+    panel.build();
+    ASSERT_TRUE(panel.waitForServer(true));
+    panel.tick();
+    panel.tick();
+    int statusWrites = 0;
+    for (const std::string& call : panel.widget(3)->calls()) {
+        statusWrites += call == "showText Running" ? 1 : 0;
+    }
+    EXPECT_EQ(statusWrites, 2);
+}
+
+TEST_F(WindowUpdateTest, WhileACommandIsInProgressNeitherRunNorStopIsEnabled) {
+    panel.makeHost();
+    panel.build();
+    ASSERT_TRUE(panel.waitForServer(true));
+    commandInProgress.store(true);
+    panel.tick();
+    commandInProgress.store(false);
+    EXPECT_FALSE(panel.widget(7)->isEnabled());
+    EXPECT_FALSE(panel.widget(8)->isEnabled());
+    EXPECT_FALSE(panel.menu()->entry(2)->enabled);
+    EXPECT_EQ(panel.menu()->calls().back(), "enableItem 2 0");
+}
+
+TEST_F(WindowUpdateTest, StopPressedByTheUserDisablesBothAndTheWatchdogStaysQuiet) {
+    panel.makeHost();
+    panel.build();
+    ASSERT_TRUE(panel.waitForServer(true));
+    panel.tick();
+    ASSERT_TRUE(panel.widget(8)->isEnabled());
+    EXPECT_TRUE(panel.window().runCommand(2));
+    EXPECT_FALSE(panel.widget(7)->isEnabled());
+    EXPECT_FALSE(panel.widget(8)->isEnabled());
+    ASSERT_TRUE(panel.waitUntilIdle());
+    EXPECT_FALSE(isServerRunning());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(panel.tick());
+        std::this_thread::sleep_for(300ms);
+    }
+    EXPECT_EQ(panel.widget(3)->shown(), "Stopped");
+    EXPECT_TRUE(panel.widget(7)->isEnabled());
+    EXPECT_FALSE(panel.widget(8)->isEnabled());
+    EXPECT_FALSE(isServerRunning());
+    EXPECT_EQ(panel.serverPid(), 0u);
+    EXPECT_TRUE(panel.boxes.boxes().empty());
+}
+
+TEST_F(WindowUpdateTest, AServerKilledFromOutsideIsStartedAgainOnce) {
+    panel.makeHost();
+    panel.build();
+    ASSERT_TRUE(panel.waitForServer(true));
+    panel.tick();
+    const std::uint32_t first = panel.serverPid();
+    panel.killServer();
+    EXPECT_FALSE(panel.tick());
+    EXPECT_EQ(panel.widget(3)->shown(), "Stopped");
+    EXPECT_FALSE(panel.widget(8)->isEnabled());
+    ASSERT_TRUE(panel.waitForServer(true));
+    const std::uint32_t second = panel.serverPid();
+    EXPECT_NE(second, first);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(panel.tick());
+        EXPECT_EQ(panel.serverPid(), second);
+    }
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_TRUE(panel.widget(8)->isEnabled());
+}
+
+TEST_F(WindowUpdateTest, AServerNotRunningAtStartIsStartedByTheFirstTick) {
+    panel.makeHost();
+    getHost()->stopServer();
+    ASSERT_FALSE(isServerRunning());
+    panel.build();
+    for (const WidgetEntry& entry : panel.window().widgets()) {
+        EXPECT_TRUE(entry.widget->isEnabled()) << entry.id;
+    }
+    EXPECT_FALSE(panel.tick());
+    ASSERT_TRUE(panel.waitForServer(true));
+    EXPECT_TRUE(panel.tick());
+    EXPECT_TRUE(panel.widget(8)->isEnabled());
+}
+
+TEST_F(WindowUpdateTest, WithPortDashTheLinkShowsADashAndTheTooltipEndsInADash) {
+    panel.makeHost();
+    getHost()->stopServer();
+    panel.build();
+    // As after a stop by the user: the watchdog has nothing to do.
+    panel.widget(8)->setEnabled(false);
+    EXPECT_FALSE(panel.tick());
+    EXPECT_EQ(panel.widget(2)->shown(), "-");
+    EXPECT_EQ(panel.widget(2)->tooltip(), tooltipBase + L"-");
+    EXPECT_EQ(panel.widget(4)->shown(), "-");
+    EXPECT_EQ(panel.widget(3)->shown(), "Stopped");
+    EXPECT_TRUE(panel.widget(7)->isEnabled());
+}
+
+TEST_F(WindowUpdateTest, RunStartsTheServerOnItsWorker) {
+    panel.makeHost();
+    getHost()->stopServer();
+    panel.build();
+    panel.widget(8)->setEnabled(false);
+    panel.tick();
+    EXPECT_TRUE(panel.window().runCommand(1));
+    EXPECT_TRUE(commandInProgress.load());
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_TRUE(panel.waitForServer(true));
+    EXPECT_TRUE(panel.tick());
+    EXPECT_FALSE(panel.widget(7)->isEnabled());
+    EXPECT_TRUE(panel.widget(8)->isEnabled());
+}
+
+TEST_F(WindowUpdateTest, SelectingALogLevelWhileTheServerIsStoppedStoresItAndRunsCommandNine) {
+    panel.makeHost();
+    getHost()->stopServer();
+    panel.build();
+    panel.window().changeLogLevel(2);
+    EXPECT_EQ(selectedLogLevel.load(), 2);
+    ASSERT_TRUE(panel.waitUntilIdle());
+    EXPECT_NE(panel.installation.readText("conf/nginx.conf").find("debug;"), std::string::npos);
+    EXPECT_FALSE(isServerRunning());
+    EXPECT_TRUE(panel.boxes.boxes().empty());
+}
+
+TEST_F(WindowUpdateTest, AFailedStartOnTheWorkerShowsTheStartupBox) {
+    panel.makeHost();
+    getHost()->stopServer();
+    panel.build();
+    panel.installation.remove("conf/nginx.conf");
+    panel.window().runCommand(1);
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_EQ(panel.boxes.boxes().size(), 1u);
+    EXPECT_EQ(panel.boxes.boxes()[0].caption, L"CVCP-001001");
+    EXPECT_EQ(panel.boxes.boxes()[0].text,
+              L"An error occurred during the startup process of Corvanite");
+    EXPECT_FALSE(commandInProgress.load());
+}
+
+TEST_F(WindowUpdateTest, ALayoutWithoutARequiredWidgetFailsAtTheFirstTick) {
+    panel.makeHost();
+    nlohmann::json document = nlohmann::json::parse(std::ifstream(nativePath(treeLayoutPath())));
+    document["widgets"].erase("syslinks");
+    TempFolder folder;
+    panel.build(writeLayoutFile(folder, document.dump()));
+    expectFailure<std::logic_error>([&] { panel.tick(); }, "widget is not found");
+}
+
+TEST_F(WindowUpdateTest, TimeInAnotherWidgetShowsTheTimeOfStartAndIsNotUpdated) {
+    panel.makeHost();
+    ASSERT_TRUE(panel.waitForServer(true));
+    std::this_thread::sleep_for(1100ms);
+    nlohmann::json document = nlohmann::json::parse(std::ifstream(nativePath(treeLayoutPath())));
+    nlohmann::json extra = document["widgets"]["labels"][0];
+    extra["id"] = 40;
+    extra["text"] = "time";
+    document["widgets"]["labels"].push_back(extra);
+    TempFolder folder;
+    panel.build(writeLayoutFile(folder, document.dump()));
+    const std::string atStart = panel.widget(40)->shown();
+    EXPECT_NE(atStart, "-");
+    std::this_thread::sleep_for(2100ms);
+    panel.tick();
+    EXPECT_EQ(panel.widget(40)->shown(), atStart);
+    EXPECT_NE(panel.widget(4)->shown(), atStart);
+    EXPECT_EQ(panel.widget(40)->text(), "");
+}
+
+} // namespace
