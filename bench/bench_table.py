@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Turns the results of scripts/bench.sh into one table, prints it and writes it into the document.
 
-bench_table.py RESULTS DOCUMENT reads RESULTS/linux.json (Google Benchmark), RESULTS/wine.json (the
-Windows timing probe), RESULTS/gzip.json and RESULTS/idle.json, and replaces what stands between the
+bench_table.py RESULTS DOCUMENT reads RESULTS/linux.json (Google Benchmark), RESULTS/wine-*.json (the
+Windows timing probe, one file a group of cases), RESULTS/gzip.json and RESULTS/idle.json, and replaces what stands between the
 markers "<!-- bench:begin -->" and "<!-- bench:end -->" of DOCUMENT with the machine, the date and
 the table. A measure whose cases are missing says so instead of a number.
 """
@@ -25,10 +25,26 @@ def load(path: Path) -> dict:
         return {}
 
 
-def cases(path: Path) -> dict:
+def entries(paths: list) -> list:
+    """The benchmark entries of the files; of a file that a crash cut short, its whole lines."""
+    found = []
+    for path in paths:
+        document = load(path)
+        if document:
+            found += document.get("benchmarks", [])
+            continue
+        for line in path.read_text(errors="replace").splitlines() if path.exists() else []:
+            try:
+                found.append(json.loads(line.strip().rstrip(",")))
+            except ValueError:
+                pass
+    return [entry for entry in found if isinstance(entry, dict) and "name" in entry]
+
+
+def cases(paths: list) -> dict:
     """Case name -> result; of Google Benchmark's repetitions the median is taken."""
     result = {}
-    for entry in load(path).get("benchmarks", []):
+    for entry in entries(paths):
         if entry.get("run_type") == "aggregate" and entry.get("aggregate_name") != "median":
             continue
         name = re.sub(r"(/real_time)?(_median)?$", "", entry.get("run_name", entry["name"]))
@@ -66,7 +82,7 @@ def report(results: dict) -> str:
     slowest_name, slowest = max(sections.items(), key=lambda item: micros(item[1]))
     over = (micros(results["report/all"]) - micros(slowest)) / 1000
     return (f"{micros(results['report/all']) / 1000:.0f} ms, slowest section "
-            f"{slowest_name.rsplit('/', 1)[1]} {micros(slowest) / 1000:.0f} ms: +{over:.0f} ms")
+            f"{slowest_name.rsplit('/', 1)[1]} {micros(slowest) / 1000:.0f} ms: {over:+.0f} ms")
 
 
 def idle(facts: dict) -> tuple:
@@ -76,8 +92,17 @@ def idle(facts: dict) -> tuple:
             f"over {facts['seconds']} s", f"{facts['peak_rss_kib'] / 1024:.1f} MiB")
 
 
+def crashed(folder: Path, group: str, cell: str) -> str:
+    """A Wine cell without a number says so when its group's run crashed."""
+    errors = folder / f"wine-{group}.err"
+    if cell == "not measured" and errors.exists() and "Unhandled" in errors.read_text(errors="replace"):
+        return f"crashed under Wine (build/bench/{errors.name})"
+    return cell
+
+
 def table(folder: Path) -> list:
-    linux, wine = cases(folder / "linux.json"), cases(folder / "wine.json")
+    linux = cases([folder / "linux.json"])
+    wine = cases(sorted(folder.glob("wine-*.json")))
     gzip = load(folder / "gzip.json")
     idle_cpu, peak = idle(load(folder / "idle.json"))
     rows = [
@@ -98,6 +123,9 @@ def table(folder: Path) -> list:
         ("4", "program idle at the layout's update period", "< 0.5 % of one core", "—", idle_cpu),
         ("4", "program's peak resident memory", "—", "—", peak),
     ]
+    groups = {"1": "refresh", "2": "zip", "3": "report"}
+    rows = [row[:4] + (crashed(folder, groups[row[0]], row[4]) if row[0] in groups else row[4],)
+            for row in rows]
     lines = ["| # | measure | target | linux-release | Wine |", "|---|---|---|---|---|"]
     lines += [f"| {' | '.join(row)} |" for row in rows]
     return lines

@@ -2,6 +2,8 @@
 // mingw-w64, so every registered case runs in a plain timing loop here instead. It prints one JSON
 // object, {"benchmarks": [...]}, with the median wall time of a run in microseconds, the number
 // of runs and the case's counters, in the shape that scripts/bench.sh reads from both programs.
+//
+//   corvanite_bench_probe.exe [NAME_PREFIX]
 
 #include <algorithm>
 #include <chrono>
@@ -63,11 +65,18 @@ void printCase(const BenchCase& benchCase, const std::vector<double>& times, boo
 
 } // namespace
 
-int main() {
-    const std::vector<BenchCase>& cases = benchCases();
+// With an argument, only the cases whose names begin with it run.
+int main(int argc, char** argv) {
+    const std::string prefix = argc > 1 ? argv[1] : "";
+    std::vector<const BenchCase*> chosen;
+    for (const BenchCase& benchCase : benchCases()) {
+        if (benchCase.name.starts_with(prefix)) {
+            chosen.push_back(&benchCase);
+        }
+    }
     std::printf("{\"benchmarks\": [\n");
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        printCase(cases[i], timeRuns(cases[i]), i + 1 == cases.size());
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        printCase(*chosen[i], timeRuns(*chosen[i]), i + 1 == chosen.size());
         std::fflush(stdout);
     }
     std::printf("]}\n");
