@@ -52,13 +52,15 @@ public:
     std::uint8_t kind;
 };
 
-// Holds `busy` for the length of an operation, exceptions included.
+// Holds `busy` for the length of an operation, exceptions included. Its release pairs with the
+// refresh's acquire, so that a refresh after the operation sees the address and port the worker
+// cleared.
 class BusyGuard {
 public:
     explicit BusyGuard(std::atomic<bool>& flag) : flag(flag) {
         flag.store(true, std::memory_order_relaxed);
     }
-    ~BusyGuard() { flag.store(false, std::memory_order_relaxed); }
+    ~BusyGuard() { flag.store(false, std::memory_order_release); }
     BusyGuard(const BusyGuard&) = delete;
     BusyGuard& operator=(const BusyGuard&) = delete;
 
@@ -108,7 +110,7 @@ std::shared_ptr<CorvaniteHost> getHost() {
 
 ServerStatus CorvaniteHost::serverStatus() {
     ServerStatus status;
-    if (busy.load(std::memory_order_relaxed)) {
+    if (busy.load(std::memory_order_acquire)) {
         return status;
     }
     std::uint32_t pid = 0;

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing and the demo need. Does nothing when all are
-# there; otherwise runs apt-get (as root, or through sudo) after one package index update.
+# Installs the Debian packages that building, testing (clang with libFuzzer for the fuzz targets) and
+# the demo need. Does nothing when all are there; otherwise runs apt-get (as root, or through sudo)
+# after one package index update.
 set -euo pipefail
 
 packages=(
@@ -9,6 +10,7 @@ packages=(
     g++-mingw-w64-i686-posix gcc-mingw-w64-i686-posix
     binutils-mingw-w64-x86-64 binutils-mingw-w64-i686 libz-mingw-w64-dev
     wine64 xvfb xauth xdotool imagemagick python3 unzip clang-format
+    clang libclang-rt-14-dev
 )
 
 missing=()

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs every test: installs what is missing, builds the linux, win64 and win32 presets, runs ctest
-# natively and under Wine (with a virtual display for the windows), and ends with both summaries.
+# natively and under Wine (with a virtual display for the windows), runs each fuzz target for 30 s
+# and the tests that start threads under ThreadSanitizer, and ends with the summaries.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
@@ -9,9 +10,14 @@ jobs=$(nproc)
 bash scripts/install-deps.sh || exit 1
 command -v ccache >/dev/null && export CORVANITE_LAUNCHER=ccache
 
+# Configures and builds a preset: everything, or only the targets named after it.
 build() {
-    local log=build/build-$1.log
-    cmake --preset "$1" >"$log" 2>&1 && cmake --build --preset "$1" -j"$jobs" >>"$log" 2>&1
+    local preset=$1 log=build/build-$1.log
+    shift
+    local targets=()
+    [ $# -gt 0 ] && targets=(--target "$@")
+    cmake --preset "$preset" >"$log" 2>&1 &&
+        cmake --build --preset "$preset" -j"$jobs" "${targets[@]}" >>"$log" 2>&1
     local status=$?
     [ $status -ne 0 ] && tail -n 60 "$log"
     return $status
@@ -37,8 +43,25 @@ echo "== test win64 (Wine)"
 ctest --preset win64 -j"$jobs" >build/ctest-win64.log 2>&1
 win64_status=$?
 
-for preset in linux win64; do
+echo "== fuzz (30 s a target)"
+bash scripts/fuzz.sh 30 >build/fuzz.log 2>&1
+fuzz_status=$?
+
+echo "== build tsan"
+tsan_status=1
+if build tsan foundation_tests host_tests diagnostics_tests panel_tests; then
+    echo "== test tsan (tests that start threads)"
+    ctest --preset tsan -j"$jobs" >build/ctest-tsan.log 2>&1
+    tsan_status=$?
+else
+    echo "build of tsan failed" >build/ctest-tsan.log
+fi
+
+echo "== fuzz summary"
+sed -n '/== fuzz summary/,$p' build/fuzz.log | tail -n +2
+[ $fuzz_status -ne 0 ] && tail -n 60 build/fuzz.log
+for preset in tsan linux win64; do
     echo "== ctest summary: $preset"
     sed -n '/tests passed\|tests failed/,$p' "build/ctest-$preset.log"
 done
-[ $linux_status -eq 0 ] && [ $win64_status -eq 0 ]
+[ $linux_status -eq 0 ] && [ $win64_status -eq 0 ] && [ $fuzz_status -eq 0 ] && [ $tsan_status -eq 0 ]

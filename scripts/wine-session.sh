@@ -34,6 +34,12 @@ wine_session_start() {
     # The first program of a session starts Wine's own services, which inherit its output; started
     # here with no output, they keep no test runner waiting for the end of a pipe.
     "$CORVANITE_WINE" cmd /c exit </dev/null >/dev/null 2>&1
+    # The desktop too: the first program that asks for the screen would start it otherwise, and it
+    # would keep that program's output open until every window of the session is gone.
+    "$CORVANITE_WINE" explorer.exe /desktop </dev/null >/dev/null 2>&1 &
+    # Likewise the COM services behind WMI: started by one program ahead of the tests, they are
+    # not started by several tests at once, which can stall them all.
+    "$CORVANITE_WINE" wmic os get version </dev/null >/dev/null 2>&1
 }
 
 wine_session_end() {

@@ -42,7 +42,8 @@ protected:
 
     std::unique_ptr<RecordingApplication> build(const json& document,
                                                 RecordingWindow::Options options = {}) {
-        layout = std::make_unique<utils::AppDataManager>(writeLayoutFile(folder, document.dump()));
+        layout = std::make_unique<utils::AppDataManager>(writeLayoutFile(folder, document.dump()),
+                                                         DisplayScale{});
         return std::make_unique<RecordingApplication>(makeRecordingWindow(*layout, options),
                                                       *layout);
     }

@@ -100,7 +100,8 @@ protected:
 
 TEST_P(BrokenLayoutFileTest, FailsWithTheDataInitialisingMessage) {
     const std::string path = writeLayoutFile(folder, GetParam().bytes);
-    expectFailure<BasicException>([&] { utils::AppDataManager layout(path); }, dataFailure);
+    expectFailure<BasicException>([&] { utils::AppDataManager layout(path, DisplayScale{}); },
+                                  dataFailure);
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, BrokenLayoutFileTest, testing::ValuesIn(brokenFiles()),
@@ -110,18 +111,19 @@ INSTANTIATE_TEST_SUITE_P(Files, BrokenLayoutFileTest, testing::ValuesIn(brokenFi
 
 TEST_F(AppDataManagerTest, MissingFileFailsWithTheDataInitialisingMessage) {
     const std::string path = folder.file("CVHControlPanel.json");
-    expectFailure<BasicException>([&] { utils::AppDataManager layout(path); }, dataFailure);
+    expectFailure<BasicException>([&] { utils::AppDataManager layout(path, DisplayScale{}); },
+                                  dataFailure);
 }
 
 TEST_F(AppDataManagerTest, AFolderInPlaceOfTheFileFailsWithTheDataInitialisingMessage) {
-    expectFailure<BasicException>([&] { utils::AppDataManager layout(folder.path()); },
-                                  dataFailure);
+    expectFailure<BasicException>(
+        [&] { utils::AppDataManager layout(folder.path(), DisplayScale{}); }, dataFailure);
 }
 
 TEST_F(AppDataManagerTest, TheDataInitialisingMessageFollowsTheLanguage) {
     panelMessages.setLanguage(Language::Russian);
     const std::string path = writeLayoutFile(folder, "");
-    expectFailure<BasicException>([&] { utils::AppDataManager layout(path); },
+    expectFailure<BasicException>([&] { utils::AppDataManager layout(path, DisplayScale{}); },
                                   panelMessages.text("CVCP-006013"));
     EXPECT_EQ(cp1251ToUtf8(panelMessages.text("CVCP-006013")),
               "Ошибка инициализации данных панели управления");
@@ -129,7 +131,7 @@ TEST_F(AppDataManagerTest, TheDataInitialisingMessageFollowsTheLanguage) {
 
 TEST_F(AppDataManagerTest, AFullByteOrderMarkIsAccepted) {
     const std::string path = writeLayoutFile(folder, "\xEF\xBB\xBF" + smallText());
-    const utils::AppDataManager layout(path);
+    const utils::AppDataManager layout(path, DisplayScale{});
     EXPECT_EQ(layout.window().title, "CVCP-001001");
 }
 
@@ -138,20 +140,30 @@ TEST_F(AppDataManagerTest, AFileWithCyrillicLettersInItsFolderIsRead) {
     std::filesystem::create_directory(nativePath(cyrillic));
     const std::string path = cyrillic + "/CVHControlPanel.json";
     std::ofstream(nativePath(path), std::ios::binary) << smallText();
-    EXPECT_EQ(utils::AppDataManager(path).window().updateTime, 1000);
+    EXPECT_EQ(utils::AppDataManager(path, DisplayScale{}).window().updateTime, 1000);
 }
 
 // The stream input stops after the first complete value: what follows it is never read.
 TEST_F(AppDataManagerTest, WordsAfterTheDocumentAreNotRead) {
     const std::string path = writeLayoutFile(folder, smallText() + " trailing {");
-    EXPECT_EQ(utils::AppDataManager(path).window().title, "CVCP-001001");
+    EXPECT_EQ(utils::AppDataManager(path, DisplayScale{}).window().title, "CVCP-001001");
 }
 
 TEST_F(AppDataManagerTest, OfTwoDocumentsTheFirstCounts) {
     json second = smallLayoutDocument();
     second["window"]["title"] = "CVCP-003001";
     const std::string path = writeLayoutFile(folder, smallText() + second.dump());
-    EXPECT_EQ(utils::AppDataManager(path).window().title, "CVCP-001001");
+    EXPECT_EQ(utils::AppDataManager(path, DisplayScale{}).window().title, "CVCP-001001");
+}
+
+// The path passes through code page 1251: a letter outside it can't be found.
+TEST_F(AppDataManagerTest, AFolderWithLettersOutsideCodePage1251IsNotFound) {
+    const std::string greek = folder.file("Ωμέγα");
+    std::filesystem::create_directory(nativePath(greek));
+    const std::string path = greek + "/CVHControlPanel.json";
+    std::ofstream(nativePath(path), std::ios::binary) << smallText();
+    expectFailure<BasicException>([&] { utils::AppDataManager layout(path, DisplayScale{}); },
+                                  dataFailure);
 }
 
 TEST_F(AppDataManagerTest, OnlyTheThreeSectionsCountAndUnknownKeysAreIgnored) {
@@ -434,7 +446,7 @@ protected:
 TEST_P(SectionFaultTest, ReaderFailsWithTheLibrarysWords) {
     json document = smallLayoutDocument();
     GetParam().change(document);
-    const utils::AppDataManager layout(writeLayoutFile(folder, document.dump()));
+    const utils::AppDataManager layout(writeLayoutFile(folder, document.dump()), DisplayScale{});
     const auto action = [&] { read(layout, GetParam().reader); };
     switch (GetParam().failure) {
     case Failure::JsonType:
@@ -635,7 +647,7 @@ TEST_F(AppDataManagerTest, ADuplicateKeyInOneElementCountsWithItsLastValue) {
     const std::string key = "\"id\": 24";
     doubled.replace(doubled.find(key), key.size(), "\"id\": 40, \"id\": 24");
     const std::string path = writeLayoutFile(folder, doubled);
-    EXPECT_EQ(utils::AppDataManager(path).buttons().at(0).id, 24);
+    EXPECT_EQ(utils::AppDataManager(path, DisplayScale{}).buttons().at(0).id, 24);
 }
 
 // Edge cases of the file format.

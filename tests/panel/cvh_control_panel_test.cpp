@@ -85,7 +85,7 @@ protected:
 
 TEST_F(CvhControlPanelTest, HoldsEveryWidgetThatTheProgramAddresses) {
     panel.makeHost();
-    const utils::AppDataManager layout(treeLayoutPath());
+    const utils::AppDataManager layout(treeLayoutPath(), DisplayScale{});
     const std::map<std::int32_t, Required> widgets = widgetsOf(layout);
     // Texts of the host's facts resolve to an empty catalogue id.
     const Required required[] = {
@@ -143,7 +143,7 @@ TEST_F(CvhControlPanelTest, TheRawTextsOfTheFactWidgetsAreTheirKeys) {
 
 TEST_F(CvhControlPanelTest, HoldsTheOtherLabelsButtonsAndLinksWithTheirCommands) {
     panel.makeHost();
-    const utils::AppDataManager layout(treeLayoutPath());
+    const utils::AppDataManager layout(treeLayoutPath(), DisplayScale{});
     std::map<std::string, std::pair<WidgetKind, std::int32_t>> byText;
     for (const auto& [id, widget] : widgetsOf(layout)) {
         if (!widget.text.empty()) {
@@ -182,7 +182,7 @@ TEST_F(CvhControlPanelTest, EveryCatalogueIdOfTheFileHasWordsInEveryLanguage) {
     panel.makeHost();
     for (int language = 0; language < 3; ++language) {
         panelMessages.setLanguage(language);
-        const utils::AppDataManager layout(treeLayoutPath());
+        const utils::AppDataManager layout(treeLayoutPath(), DisplayScale{});
         EXPECT_NO_THROW(panelMessages.text(layout.window().title.c_str())) << languages[language];
         for (const MenuItemRecord& item : layout.menuItems()) {
             EXPECT_NO_THROW(panelMessages.text(item.text.c_str())) << item.text;
@@ -267,7 +267,8 @@ TEST_F(CvhControlPanelTest, BuildsTheWholeModel) {
     RecordingWindow& window = panel.window();
     EXPECT_EQ(window.caption(), "Corvanite Control Panel");
     EXPECT_EQ(window.widgets().front().id, 9);
-    EXPECT_EQ(window.widgets().size(), widgetsOf(utils::AppDataManager(treeLayoutPath())).size());
+    EXPECT_EQ(window.widgets().size(),
+              widgetsOf(utils::AppDataManager(treeLayoutPath(), DisplayScale{})).size());
     const std::vector<RecordingMenu::Entry>& entries = panel.menu()->entries();
     ASSERT_EQ(entries.size(), 3u);
     EXPECT_EQ(entries[0].text, "Control panel");

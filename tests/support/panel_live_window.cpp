@@ -38,6 +38,7 @@ PanelLiveWindow::PanelLiveWindow() : savedLanguage(panelMessages.language.load()
 
 PanelLiveWindow::~PanelLiveWindow() {
     waitUntilIdle();
+    settleHost();
     servers.remember();
     servers.endAll();
     application_.reset();
@@ -48,11 +49,26 @@ PanelLiveWindow::~PanelLiveWindow() {
 void PanelLiveWindow::makeHost() {
     // A host left by an earlier test of the same process starts this test's server anew.
     getHost()->startServer();
+    hostMade = true;
     servers.remember();
 }
 
+void PanelLiveWindow::settleHost() {
+    if (!hostMade) {
+        return;
+    }
+    // A watchdog may be starting a server on a thread of its own: the host stays idle for half a
+    // second before its server counts as known.
+    int idleChecks = 0;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(120);
+    while (idleChecks < 10 && std::chrono::steady_clock::now() < end) {
+        idleChecks = getHost()->busy.load() ? 0 : idleChecks + 1;
+        std::this_thread::sleep_for(50ms);
+    }
+}
+
 void PanelLiveWindow::build(const std::string& layoutPath) {
-    layout = std::make_unique<utils::AppDataManager>(layoutPath);
+    layout = std::make_unique<utils::AppDataManager>(layoutPath, DisplayScale{});
     application_ = std::make_unique<RecordingApplication>(makeRecordingWindow(*layout), *layout);
 }
 

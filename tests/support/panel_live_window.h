@@ -10,6 +10,7 @@
 #include "tests/support/host_model_installation.h"
 #include "tests/support/host_model_recorders.h"
 #include "tests/support/host_model_server.h"
+#include "tests/support/host_model_system.h"
 #include "tests/support/panel_recording_application.h"
 
 // The whole panel for a test: the tree's layout file built with the recording native half, over
@@ -25,7 +26,8 @@ public:
     // The host of the process, made at the first call, which starts the server; a host made
     // before starts it too.
     void makeHost();
-    // The application from the tree's layout file (or another), with the recording window.
+    // The application from the tree's layout file (or another), with the recording window, at
+    // the design unit of 96 dots per inch whatever the screen.
     void build(const std::string& layoutPath);
     void build();
 
@@ -47,6 +49,8 @@ public:
     // stays behind.
     void killServer();
 
+    // Held first and let go last: a test that has every server killed by name waits meanwhile.
+    HostModelServerLock serverLock{false};
     HostModelInstallation installation;
     HostModelServers servers{installation};
     HostModelBoxRecorder boxes;
@@ -54,6 +58,10 @@ public:
     std::uint16_t port = 0;
 
 private:
+    // Waits until no start or stop of the host is under way.
+    void settleHost();
+
+    bool hostMade = false;
     int savedLanguage;
     std::unique_ptr<utils::AppDataManager> layout;
     std::unique_ptr<RecordingApplication> application_;
