@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/ui_driver_windows.h"
 #include "tests/support/host_model_system.h"
 
 // A Corvanite installation of a test's own: a folder with the server and addon doubles, the layout
@@ -71,7 +72,7 @@ public:
     // Processes whose program lies in the installation folder (the server's master and worker).
     std::vector<DWORD> serverProcesses() const;
     bool serverRuns() const { return !serverProcesses().empty(); }
-    bool waitForServer(bool running, std::chrono::milliseconds timeout = 30s) const;
+    bool waitForServer(bool running, std::chrono::milliseconds timeout = ui::patience) const;
     // Kills the server from outside, as a crash would.
     void killServer() const;
 
@@ -96,10 +97,10 @@ public:
 
     DWORD processId() const { return info_.dwProcessId; }
     // The exit code once the process has ended within the time.
-    std::optional<DWORD> waitForExit(std::chrono::milliseconds timeout = 30s) const;
+    std::optional<DWORD> waitForExit(std::chrono::milliseconds timeout = ui::patience) const;
     bool running() const;
     // The main window, once it exists.
-    HWND window(std::chrono::milliseconds timeout = 60s) const;
+    HWND window(std::chrono::milliseconds timeout = ui::patience) const;
 
 private:
     PROCESS_INFORMATION info_{};

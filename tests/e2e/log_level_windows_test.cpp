@@ -21,12 +21,10 @@ TEST_F(LogLevelChoice, RewritesTheLevelInNginxConfAndRestartsTheServer) {
         return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log debug;") !=
                std::string::npos;
     }));
-    EXPECT_TRUE(ui::waitUntil(
-        [&] {
-            const auto now = installation.serverProcesses();
-            return !now.empty() && now != before;
-        },
-        30s));
+    EXPECT_TRUE(ui::waitUntil([&] {
+        const auto now = installation.serverProcesses();
+        return !now.empty() && now != before;
+    }));
 }
 
 TEST_F(LogLevelChoice, WhileTheServerIsStoppedTheLevelIsStoredAllTheSame) {

@@ -22,7 +22,7 @@ HWND PanelSession::startPanel(ProgramRun& run) {
 
 HWND PanelSession::control(HWND window, int id) const {
     HWND found = nullptr;
-    ui::waitUntil([&] { return (found = layout.widget(window, id)) != nullptr; }, 20s);
+    ui::waitUntil([&] { return (found = layout.widget(window, id)) != nullptr; });
     return found;
 }
 

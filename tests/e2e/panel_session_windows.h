@@ -39,7 +39,7 @@ protected:
     HWND control(HWND window, int id) const;
     // Waits until the control shows the text.
     bool waitForText(HWND control, const std::wstring& text,
-                     std::chrono::milliseconds timeout = 20s) const;
+                     std::chrono::milliseconds timeout = ui::patience) const;
 
     Installation installation;
     LayoutIndex layout;

@@ -15,13 +15,17 @@ namespace ui {
 
 using namespace std::chrono_literals;
 
+// How long a wait for something that should happen may take: the machine runs other tests beside
+// these, and a wait that holds returns at once.
+inline constexpr std::chrono::milliseconds patience = 60s;
+
 // Polls `ready` until it holds or the time is up; true when it held.
-bool waitUntil(const std::function<bool()>& ready, std::chrono::milliseconds timeout = 10s);
+bool waitUntil(const std::function<bool()>& ready, std::chrono::milliseconds timeout = patience);
 
 // The top-level window of that class owned by the process, if there is one.
 HWND findTopWindow(const std::wstring& className, DWORD processId);
 HWND waitForTopWindow(const std::wstring& className, DWORD processId,
-                      std::chrono::milliseconds timeout = 20s);
+                      std::chrono::milliseconds timeout = patience);
 
 // Direct children of the window, in the system's order.
 std::vector<HWND> children(HWND parent);
@@ -60,13 +64,13 @@ struct MessageBoxSeen {
     std::wstring text;
 };
 std::optional<MessageBoxSeen> waitForMessageBox(DWORD processId,
-                                                std::chrono::milliseconds timeout = 20s);
+                                                std::chrono::milliseconds timeout = patience);
 // Reads the first box of the process, if any, and presses its OK button.
 std::optional<MessageBoxSeen> answerMessageBox(DWORD processId,
-                                               std::chrono::milliseconds timeout = 20s);
+                                               std::chrono::milliseconds timeout = patience);
 
 // The open popup menu of the process (class #32768).
-HWND waitForPopupMenu(DWORD processId, std::chrono::milliseconds timeout = 10s);
+HWND waitForPopupMenu(DWORD processId, std::chrono::milliseconds timeout = patience);
 // Chooses the menu's entry by its position, with the keyboard.
 void choosePopupEntry(HWND menuWindow, int position);
 // Closes the popup menu without a choice.
