@@ -41,15 +41,54 @@ idle_usage() {
             printf "\"peak_rss_kib\": %d}\n", p }'
 }
 
-# The shipped program, started with --silent as at log-on, in the bench tree's prefix, measured
-# after it has settled, then asked to quit as a second start would.
+# The Linux pid of the Windows process running PROGRAM (a file name), once it is there.
+wine_process_pid() {
+    local name=$1 pid
+    for _ in $(seq 300); do
+        pid=$(pgrep -u "$(id -u)" -f "$name" | head -n 1)
+        [ -n "$pid" ] && { echo "$pid"; return 0; }
+        sleep 0.1
+    done
+    return 1
+}
+
+# The panel in one state: started with the given switches in its installation folder, left to settle,
+# measured over 60 s, then asked to quit as a second start with --quit does.
+measure_panel() {
+    local installation=$1 program=$2 state=$3
+    shift 3
+    (cd "$installation" && setsid "$CORVANITE_WINE" "$program" "$@" </dev/null >/dev/null 2>&1 &)
+    local pid usage
+    pid=$(wine_process_pid CVHControlPanel.exe) || { echo "{\"state\": \"$state\", \"missing\": \"the panel did not start\"}"; return 0; }
+    sleep 15
+    usage=$(idle_usage "$pid" 60) || usage='{"missing": "the panel ended during the measurement"}'
+    "$CORVANITE_WINE" "$program" --quit </dev/null >/dev/null 2>&1
+    for _ in $(seq 100); do
+        kill -0 "$pid" 2>/dev/null || break
+        sleep 0.1
+    done
+    echo "{\"state\": \"$state\", \"usage\": $usage}"
+}
+
+# The shipped program's idle cost with the server running, as the user has it most of the day: in the
+# tray (started with --silent, as at log-on) and with its window open. Prints a JSON list.
 measure_idle() {
-    local tree=$1
-    local program
-    program=$(find "$tree" -name CVHControlPanel.exe -print -quit 2>/dev/null)
-    if [ -z "$program" ]; then
-        echo '{"missing": "the program CVHControlPanel.exe is not on main yet"}'
+    local tree=$1 installation=$2
+    local program=$tree/core/CVHControlPanel.exe
+    if [ ! -f "$program" ]; then
+        echo '{"missing": "CVHControlPanel.exe was not built"}'
         return 0
     fi
-    echo '{"missing": "the demo installation that the program needs is not on main yet"}'
+    cp layout/CVHControlPanel.json "$tree/tools/Corvanite.dll" "$installation/"
+    mkdir -p "$installation/tmp"
+    (cd "$installation" && setsid "$CORVANITE_WINE" ./CorvaniteHost.exe </dev/null >/dev/null 2>&1 &)
+    for _ in $(seq 300); do
+        [ -s "$installation/nginx.pid" ] && break
+        sleep 0.1
+    done
+    echo "["
+    measure_panel "$installation" "$program" tray --silent
+    echo ","
+    measure_panel "$installation" "$program" window
+    echo "]"
 }

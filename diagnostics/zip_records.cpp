@@ -28,10 +28,9 @@ void putName(std::vector<std::uint8_t>& out, std::string_view name) {
     out.insert(out.end(), name.begin(), name.end());
 }
 
-} // namespace
-
-void appendLocalHeader(std::vector<std::uint8_t>& out, const Member& member) {
-    put32(out, localSignature);
+// The fields a local header and its directory entry share, from the version needed to the extra
+// field's length.
+void putEntryFields(std::vector<std::uint8_t>& out, const Member& member) {
     put16(out, versionNeeded(member.method));
     put16(out, 0); // general flags: not even the UTF-8 bit
     put16(out, member.method);
@@ -42,22 +41,20 @@ void appendLocalHeader(std::vector<std::uint8_t>& out, const Member& member) {
     put32(out, member.uncompressedSize);
     put16(out, static_cast<std::uint16_t>(member.name.size()));
     put16(out, 0); // extra field length
+}
+
+} // namespace
+
+void appendLocalHeader(std::vector<std::uint8_t>& out, const Member& member) {
+    put32(out, localSignature);
+    putEntryFields(out, member);
     putName(out, member.name);
 }
 
 void appendCentralHeader(std::vector<std::uint8_t>& out, const Member& member) {
     put32(out, centralSignature);
     put16(out, versionMadeBy);
-    put16(out, versionNeeded(member.method));
-    put16(out, 0); // general flags
-    put16(out, member.method);
-    put16(out, 0); // DOS time
-    put16(out, 0); // DOS date
-    put32(out, member.crc);
-    put32(out, member.compressedSize);
-    put32(out, member.uncompressedSize);
-    put16(out, static_cast<std::uint16_t>(member.name.size()));
-    put16(out, 0); // extra field length
+    putEntryFields(out, member);
     put16(out, 0); // comment length
     put16(out, 0); // disk number start
     put16(out, 0); // internal attributes

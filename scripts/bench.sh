@@ -86,8 +86,7 @@ stop_server "$installation"
 
 if [ $use_wine -eq 1 ]; then
     echo "== Wine"
-    targets=(corvanite_bench_probe host_double)
-    [ -f core/CMakeLists.txt ] && targets+=(CVHControlPanel)
+    targets=(corvanite_bench_probe host_double addon_double CVHControlPanel)
     configure_and_build build/bench-win64 win64 "${targets[@]}" || exit 1
     source scripts/wine-session.sh
     trap wine_session_end EXIT
@@ -104,9 +103,9 @@ if [ $use_wine -eq 1 ]; then
             >"$out/wine-$group.json" 2>"$out/wine-$group.err" ||
             { echo "the $group cases failed under Wine:"; grep -a -v fixme "$out/wine-$group.err" | head -n 5; }
     done
-    stop_server "$installation" "$CORVANITE_WINE"
     source bench/idle_cpu.sh
-    measure_idle "$root/build/bench-win64" >"$out/idle.json"
+    measure_idle "$root/build/bench-win64" "$installation" >"$out/idle.json"
+    stop_server "$installation" "$CORVANITE_WINE"
 fi
 
 echo "== table"

@@ -14,40 +14,13 @@
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
+#include "tests/support/diagnostics_report_installation.h"
 #include "tests/support/diagnostics_zip_reader.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
 
-// An installation folder of the test's own, with the server's configuration, a logs folder and a
-// tmp folder, and the report paths below it.
-class Installation {
-public:
-    Installation() : paths(reportPathsOf(folder.path())) {
-        std::filesystem::create_directories(folder.native() / "conf");
-        std::filesystem::create_directories(folder.native() / "logs");
-        std::filesystem::create_directories(folder.native() / "tmp");
-        write("conf/nginx.conf", "worker_processes 1;\n");
-    }
-
-    void write(const std::string& relative, const std::string& text) const {
-        std::ofstream out(folder.native() / nativePath(relative), std::ios::binary);
-        out << text;
-    }
-
-    std::vector<std::uint8_t> archiveBytes() const {
-        std::ifstream in(folder.native() / "tmp" / "info.zip", std::ios::binary);
-        return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(in),
-                                         std::istreambuf_iterator<char>());
-    }
-
-    bool archiveExists() const {
-        return std::filesystem::exists(folder.native() / "tmp" / "info.zip");
-    }
-
-    TempFolder folder;
-    ReportPaths paths;
-};
+using Installation = ReportInstallation;
 
 std::vector<std::pair<std::string, std::string>> membersOf(const std::vector<std::uint8_t>& bytes) {
     std::vector<std::pair<std::string, std::string>> members;

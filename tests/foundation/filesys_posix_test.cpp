@@ -1,35 +1,15 @@
 #include "foundation/filesys.h"
 
+#include <string>
+
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <optional>
-#include <string>
+#include "tests/support/environment_value.h"
 
 // The POSIX body reads narrow names as a system with code page 1251 would.
 bool narrowNamesAreCodePage1251() {
     return true;
 }
-
-namespace {
-
-// Sets or clears an environment variable for one test and puts it back afterwards.
-class EnvironmentValue {
-public:
-    EnvironmentValue(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name)) {
-            old_ = old;
-        }
-        value != nullptr ? setenv(name, value, 1) : unsetenv(name);
-    }
-    ~EnvironmentValue() { old_ ? setenv(name_, old_->c_str(), 1) : unsetenv(name_); }
-
-private:
-    const char* name_;
-    std::optional<std::string> old_;
-};
-
-} // namespace
 
 TEST(FileSystemPosix, LocalAppDataIsXdgDataHome) {
     const EnvironmentValue data("XDG_DATA_HOME", "/srv/data");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/environment_value.h"
 #include "tests/support/temp_folder.h"
 
 #include <algorithm>
@@ -36,22 +37,6 @@ void writeValueFile(const std::filesystem::path& file, const std::vector<std::ui
     stream.write(reinterpret_cast<const char*>(data.data()),
                  static_cast<std::streamsize>(data.size()));
 }
-
-// Sets or clears an environment variable for one test and puts it back afterwards.
-class EnvironmentValue {
-public:
-    EnvironmentValue(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name)) {
-            old_ = old;
-        }
-        value != nullptr ? setenv(name, value, 1) : unsetenv(name);
-    }
-    ~EnvironmentValue() { old_ ? setenv(name_, old_->c_str(), 1) : unsetenv(name_); }
-
-private:
-    const char* name_;
-    std::optional<std::string> old_;
-};
 
 } // namespace
 

@@ -5,15 +5,21 @@
 #include "host/host_facts.h"
 #include "tests/support/host_model_installation.h"
 #include "tools/addon_double/addon_double_version.h"
+#include "tools/host_double/host_double_version.h"
 
-// The addon double carries a version resource; under the server's name it stands for a server
-// file with a version.
 TEST(FileVersion, VersionResourceOfTheServerFile) {
+    const HostModelInstallation installation;
+    installation.copyTool("CorvaniteHost.exe", "CorvaniteHost.exe");
+    EXPECT_EQ(fileVersionText(), HOST_DOUBLE_VERSION_TEXT);
+    EXPECT_EQ(versionTail(fileVersionText()), "3.8.2");
+    EXPECT_EQ(versionMiddle(fileVersionText()), "3.8");
+}
+
+// Any file of the server's name counts, whatever program it is.
+TEST(FileVersion, VersionResourceOfAnotherProgramUnderTheServersName) {
     const HostModelInstallation installation;
     installation.copyTool("Corvanite.dll", "CorvaniteHost.exe");
     EXPECT_EQ(fileVersionText(), ADDON_DOUBLE_VERSION_TEXT);
-    EXPECT_EQ(versionTail(fileVersionText()), "4.2.7");
-    EXPECT_EQ(versionMiddle(fileVersionText()), "4.2");
 }
 
 TEST(FileVersion, ReadFileVersionGivesTheFourNumbers) {

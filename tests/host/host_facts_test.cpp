@@ -16,8 +16,23 @@ namespace {
 
 const std::string productKey = "Software\\Ormal Co\\CorvaniteHost";
 
+// One entry of an installation folder: a file, or a folder when the path ends with a slash.
+using Entry = std::string;
+
 class HostFacts : public ::testing::Test {
 protected:
+    // Lays out the entries and asks whether the installation is complete.
+    bool checkInstallationOf(std::initializer_list<Entry> entries) {
+        for (const Entry& entry : entries) {
+            if (endsWith(entry, "/")) {
+                installation.makeFolder(entry.substr(0, entry.size() - 1));
+            } else {
+                installation.writeText(entry, "");
+            }
+        }
+        return checkInstallation();
+    }
+
     HostModelInstallation installation;
 };
 
@@ -151,50 +166,31 @@ TEST_F(HostFacts, AnyLivingProcessOfThePidFileCountsAsRunning) {
 }
 
 TEST_F(HostFacts, InstallationIsCompleteWithServerConfigurationAndLogs) {
-    installation.writeText("CorvaniteHost.exe", "");
-    installation.writeText("conf/nginx.conf", "");
-    installation.makeFolder("logs");
-    EXPECT_TRUE(checkInstallation());
+    EXPECT_TRUE(checkInstallationOf({"CorvaniteHost.exe", "conf/nginx.conf", "logs/"}));
 }
 
 TEST_F(HostFacts, InstallationWithoutServerIsIncomplete) {
-    installation.writeText("conf/nginx.conf", "");
-    installation.makeFolder("logs");
-    EXPECT_FALSE(checkInstallation());
+    EXPECT_FALSE(checkInstallationOf({"conf/nginx.conf", "logs/"}));
 }
 
 TEST_F(HostFacts, ServerNameMustMatchInCase) {
-    installation.writeText("corvanitehost.exe", "");
-    installation.writeText("conf/nginx.conf", "");
-    installation.makeFolder("logs");
-    EXPECT_FALSE(checkInstallation());
+    EXPECT_FALSE(checkInstallationOf({"corvanitehost.exe", "conf/nginx.conf", "logs/"}));
 }
 
 TEST_F(HostFacts, ServerAsAFolderDoesNotCount) {
-    installation.makeFolder("CorvaniteHost.exe");
-    installation.writeText("conf/nginx.conf", "");
-    installation.makeFolder("logs");
-    EXPECT_FALSE(checkInstallation());
+    EXPECT_FALSE(checkInstallationOf({"CorvaniteHost.exe/", "conf/nginx.conf", "logs/"}));
 }
 
 TEST_F(HostFacts, InstallationWithoutConfFolderIsIncomplete) {
-    installation.writeText("CorvaniteHost.exe", "");
-    installation.makeFolder("logs");
-    EXPECT_FALSE(checkInstallation());
+    EXPECT_FALSE(checkInstallationOf({"CorvaniteHost.exe", "logs/"}));
 }
 
 TEST_F(HostFacts, InstallationWithoutNginxConfIsIncomplete) {
-    installation.writeText("CorvaniteHost.exe", "");
-    installation.writeText("conf/other.conf", "");
-    installation.makeFolder("logs");
-    EXPECT_FALSE(checkInstallation());
+    EXPECT_FALSE(checkInstallationOf({"CorvaniteHost.exe", "conf/other.conf", "logs/"}));
 }
 
 TEST_F(HostFacts, LogsAsAFileDoesNotCount) {
-    installation.writeText("CorvaniteHost.exe", "");
-    installation.writeText("conf/nginx.conf", "");
-    installation.writeText("logs", "");
-    EXPECT_FALSE(checkInstallation());
+    EXPECT_FALSE(checkInstallationOf({"CorvaniteHost.exe", "conf/nginx.conf", "logs"}));
 }
 
 TEST_F(HostFacts, LanguageWithoutValueIsRussian) {

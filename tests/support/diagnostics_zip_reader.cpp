@@ -58,23 +58,32 @@ ZipEndRecord readEnd(const std::vector<std::uint8_t>& archive) {
     return end;
 }
 
+void readEntryFields(Cursor& in, ZipEntryFields& fields) {
+    fields.versionNeeded = in.u16();
+    fields.flags = in.u16();
+    fields.method = in.u16();
+    fields.time = in.u16();
+    fields.date = in.u16();
+    fields.crc = in.u32();
+    fields.compressedSize = in.u32();
+    fields.uncompressedSize = in.u32();
+    fields.nameLength = in.u16();
+    fields.extraLength = in.u16();
+}
+
+void expectSignature(Cursor& in, std::uint32_t& signature, std::uint32_t expected,
+                     const char* record) {
+    signature = in.u32();
+    if (signature != expected) {
+        throw std::runtime_error(std::string("bad ") + record + " header signature");
+    }
+}
+
 ZipCentralHeader readCentral(Cursor& in) {
     ZipCentralHeader h;
-    h.signature = in.u32();
-    if (h.signature != 0x02014B50) {
-        throw std::runtime_error("bad central header signature");
-    }
+    expectSignature(in, h.signature, 0x02014B50, "central");
     h.versionMadeBy = in.u16();
-    h.versionNeeded = in.u16();
-    h.flags = in.u16();
-    h.method = in.u16();
-    h.time = in.u16();
-    h.date = in.u16();
-    h.crc = in.u32();
-    h.compressedSize = in.u32();
-    h.uncompressedSize = in.u32();
-    h.nameLength = in.u16();
-    h.extraLength = in.u16();
+    readEntryFields(in, h);
     h.commentLength = in.u16();
     h.diskStart = in.u16();
     h.internalAttributes = in.u16();
@@ -87,20 +96,8 @@ ZipCentralHeader readCentral(Cursor& in) {
 
 ZipLocalHeader readLocal(Cursor& in) {
     ZipLocalHeader h;
-    h.signature = in.u32();
-    if (h.signature != 0x04034B50) {
-        throw std::runtime_error("bad local header signature");
-    }
-    h.versionNeeded = in.u16();
-    h.flags = in.u16();
-    h.method = in.u16();
-    h.time = in.u16();
-    h.date = in.u16();
-    h.crc = in.u32();
-    h.compressedSize = in.u32();
-    h.uncompressedSize = in.u32();
-    h.nameLength = in.u16();
-    h.extraLength = in.u16();
+    expectSignature(in, h.signature, 0x04034B50, "local");
+    readEntryFields(in, h);
     h.name = in.text(h.nameLength);
     in.text(h.extraLength);
     return h;

@@ -9,8 +9,9 @@
 // inflates with zlib and checks every CRC. Anything it can't accept throws std::runtime_error with
 // the reason.
 
-struct ZipLocalHeader {
-    std::uint32_t signature = 0;
+// The fields a local header and its directory entry both carry, in the order they stand after the
+// version needed.
+struct ZipEntryFields {
     std::uint16_t versionNeeded = 0;
     std::uint16_t flags = 0;
     std::uint16_t method = 0;
@@ -21,22 +22,16 @@ struct ZipLocalHeader {
     std::uint32_t uncompressedSize = 0;
     std::uint16_t nameLength = 0;
     std::uint16_t extraLength = 0;
+};
+
+struct ZipLocalHeader : ZipEntryFields {
+    std::uint32_t signature = 0;
     std::string name;
 };
 
-struct ZipCentralHeader {
+struct ZipCentralHeader : ZipEntryFields {
     std::uint32_t signature = 0;
     std::uint16_t versionMadeBy = 0;
-    std::uint16_t versionNeeded = 0;
-    std::uint16_t flags = 0;
-    std::uint16_t method = 0;
-    std::uint16_t time = 0;
-    std::uint16_t date = 0;
-    std::uint32_t crc = 0;
-    std::uint32_t compressedSize = 0;
-    std::uint32_t uncompressedSize = 0;
-    std::uint16_t nameLength = 0;
-    std::uint16_t extraLength = 0;
     std::uint16_t commentLength = 0;
     std::uint16_t diskStart = 0;
     std::uint16_t internalAttributes = 0;

@@ -68,6 +68,13 @@ protected:
         EXPECT_TRUE(window->create());
         return window;
     }
+    std::shared_ptr<TabpanelImpWindows> addTwoTabs(TestWindow& window) {
+        auto tabs = std::make_shared<TabpanelImpWindows>(
+            place(0, 0, "", -1), instance, window.nativeHandle(),
+            std::vector<std::string>{"CVCP-002001", "CVCP-002002"});
+        window.addWidget({9, tabs});
+        return tabs;
+    }
     HWND labelOnTab(TestWindow& window, std::int32_t id, std::int32_t tab, int y) {
         auto label = std::make_shared<LabelImpWindows>(place(0, y, "x", tab), instance,
                                                        window.nativeHandle());
@@ -131,10 +138,7 @@ TEST_F(NativeWindow, PeriodZeroTicksAtTheSystemsMinimum) {
 
 TEST_F(NativeWindow, HidingAlsoShowsTheSelectedTab) {
     auto window = makeWindow();
-    auto tabs = std::make_shared<TabpanelImpWindows>(
-        place(0, 0, "", -1), instance, window->nativeHandle(),
-        std::vector<std::string>{"CVCP-002001", "CVCP-002002"});
-    window->addWidget({9, tabs});
+    auto tabs = addTwoTabs(*window);
     HWND first = labelOnTab(*window, 20, 0, 40);
     HWND second = labelOnTab(*window, 21, 1, 70);
     window->show();
@@ -149,10 +153,7 @@ TEST_F(NativeWindow, HidingAlsoShowsTheSelectedTab) {
 
 TEST_F(NativeWindow, TabChangeShowsTheTabsWidgets) {
     auto window = makeWindow();
-    auto tabs = std::make_shared<TabpanelImpWindows>(
-        place(0, 0, "", -1), instance, window->nativeHandle(),
-        std::vector<std::string>{"CVCP-002001", "CVCP-002002"});
-    window->addWidget({9, tabs});
+    auto tabs = addTwoTabs(*window);
     HWND first = labelOnTab(*window, 20, 0, 40);
     HWND second = labelOnTab(*window, 21, 1, 70);
     HWND everywhere = labelOnTab(*window, 22, -1, 100);
