@@ -1,6 +1,8 @@
 #include "host/file_version.h"
 
 #include <exception>
+
+#include <sys/stat.h>
 #include <vector>
 
 #include "foundation/filesys.h"
@@ -34,4 +36,14 @@ std::optional<FileVersion> readFileVersion(const std::string& path) {
     } catch (const std::exception&) {
         return std::nullopt;
     }
+}
+
+std::optional<FileStamp> fileVersionStamp(const std::string& path) {
+    struct stat facts {};
+    if (stat((path + ".version").c_str(), &facts) != 0) {
+        return std::nullopt;
+    }
+    constexpr std::int64_t nanoseconds = 1000000000;
+    return FileStamp{static_cast<std::uint64_t>(facts.st_size),
+                     facts.st_mtim.tv_sec * nanoseconds + facts.st_mtim.tv_nsec};
 }

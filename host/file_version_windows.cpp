@@ -33,3 +33,16 @@ std::optional<FileVersion> readFileVersion(const std::string& path) {
     return FileVersion{HIWORD(info->dwFileVersionMS), LOWORD(info->dwFileVersionMS),
                        HIWORD(info->dwFileVersionLS), LOWORD(info->dwFileVersionLS)};
 }
+
+std::optional<FileStamp> fileVersionStamp(const std::string& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(utf8ToUtf16(path).c_str(), GetFileExInfoStandard, &data)) {
+        return std::nullopt;
+    }
+    const auto join = [](DWORD high, DWORD low) {
+        return (static_cast<std::uint64_t>(high) << 32) | low;
+    };
+    return FileStamp{join(data.nFileSizeHigh, data.nFileSizeLow),
+                     static_cast<std::int64_t>(join(data.ftLastWriteTime.dwHighDateTime,
+                                                    data.ftLastWriteTime.dwLowDateTime))};
+}

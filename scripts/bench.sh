@@ -103,9 +103,9 @@ if [ $use_wine -eq 1 ]; then
             >"$out/wine-$group.json" 2>"$out/wine-$group.err" ||
             { echo "the $group cases failed under Wine:"; grep -a -v fixme "$out/wine-$group.err" | head -n 5; }
     done
+    stop_server "$installation" "$CORVANITE_WINE"
     source bench/idle_cpu.sh
     measure_idle "$root/build/bench-win64" "$installation" >"$out/idle.json"
-    stop_server "$installation" "$CORVANITE_WINE"
 fi
 
 echo "== table"

@@ -30,18 +30,24 @@ MenuImpWindows::~MenuImpWindows() {
     DestroyMenu(menuHandle);
 }
 
-void MenuImpWindows::fillTooltip() {
+bool MenuImpWindows::fillTooltip() {
     const std::wstring tip = fromCp1251(trayTipText(layout.window().title));
     const std::size_t room = sizeof(notifyData.szTip) / sizeof(notifyData.szTip[0]);
-    const std::size_t length = std::min(tip.size(), room - 1);
-    std::wmemcpy(notifyData.szTip, tip.c_str(), length);
-    notifyData.szTip[length] = L'\0';
+    const std::wstring fitting = tip.substr(0, room - 1);
+    if (fitting == notifyData.szTip) {
+        return false;
+    }
+    std::wmemcpy(notifyData.szTip, fitting.c_str(), fitting.size() + 1);
+    return true;
 }
 
 bool MenuImpWindows::showTrayIcon(bool add) {
-    fillTooltip();
+    const bool tipChanged = fillTooltip();
     if (!add) {
-        Shell_NotifyIconW(NIM_MODIFY, &notifyData);
+        // Every tick asks; the shell hears of the icon only when its tip has changed.
+        if (tipChanged) {
+            Shell_NotifyIconW(NIM_MODIFY, &notifyData);
+        }
         return true;
     }
     HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(trayIconId));

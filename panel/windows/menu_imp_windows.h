@@ -35,7 +35,8 @@ private:
     // Fills the tooltip from the window's title and the host's version; true when the icon was
     // added (mode add) or asked to change (mode modify).
     bool showTrayIcon(bool add);
-    void fillTooltip();
+    // Puts the tray tip of the language in force into the icon's data; false when it was there.
+    bool fillTooltip();
 
     HWND window;
     HINSTANCE instance;

@@ -1,5 +1,7 @@
 #include "panel/windows/widget_imp_windows.h"
 
+#include <utility>
+
 #include "foundation/exceptions.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
@@ -16,7 +18,7 @@ WidgetImpWindows::WidgetImpWindows(const WidgetDisposition& disposition, HINSTAN
         throw BasicException(panelMessages.text("CVCP-006006"));
     }
     if (!displayText().empty()) {
-        SetWindowTextW(handle, fromCp1251(displayText()).c_str());
+        showText(displayText());
     }
 }
 
@@ -33,7 +35,12 @@ bool WidgetImpWindows::isEnabled() const {
 }
 
 void WidgetImpWindows::showText(const std::string& text) {
-    SetWindowTextW(handle, fromCp1251(text).c_str());
+    std::wstring wide = fromCp1251(text);
+    if (wide == shownText) {
+        return;
+    }
+    SetWindowTextW(handle, wide.c_str());
+    shownText = std::move(wide);
 }
 
 HFONT WidgetImpWindows::stockFont() {

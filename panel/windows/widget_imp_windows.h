@@ -33,4 +33,9 @@ protected:
     HINSTANCE instance;
     HWND parent;
     HWND handle = nullptr;
+
+private:
+    // The text the control was last given: the window's tick sets the same text every second,
+    // and setting it again would only repaint the control.
+    std::wstring shownText;
 };

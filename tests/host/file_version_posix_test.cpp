@@ -31,3 +31,28 @@ TEST(FileVersion, SideFileWithWordsGivesZeros) {
     installation.writeText("CorvaniteHost.exe.version", "one.two.three.four");
     EXPECT_EQ(fileVersionText(), "0.0.0.0");
 }
+
+TEST(FileVersion, ChangedSideFileIsReadAgain) {
+    const HostModelInstallation installation;
+    installation.writeText("CorvaniteHost.exe.version", "1.2.3.4");
+    EXPECT_EQ(fileVersionText(), "1.2.3.4");
+    installation.writeText("CorvaniteHost.exe.version", "1.2.3.45");
+    EXPECT_EQ(fileVersionText(), "1.2.3.45");
+}
+
+TEST(FileVersion, RemovedSideFileGivesZeros) {
+    const HostModelInstallation installation;
+    installation.writeText("CorvaniteHost.exe.version", "1.2.3.4");
+    EXPECT_EQ(fileVersionText(), "1.2.3.4");
+    installation.remove("CorvaniteHost.exe.version");
+    EXPECT_EQ(fileVersionText(), "0.0.0.0");
+}
+
+TEST(FileVersion, StampFollowsTheSideFile) {
+    const HostModelInstallation installation;
+    EXPECT_FALSE(fileVersionStamp(installation.file("CorvaniteHost.exe")).has_value());
+    installation.writeText("CorvaniteHost.exe.version", "1.2.3.4");
+    const auto stamp = fileVersionStamp(installation.file("CorvaniteHost.exe"));
+    ASSERT_TRUE(stamp.has_value());
+    EXPECT_EQ(stamp->size, 7u);
+}

@@ -32,3 +32,23 @@ TEST(FileVersion, ReadFileVersionGivesTheFourNumbers) {
     EXPECT_EQ(version->build, 2);
     EXPECT_EQ(version->revision, 7);
 }
+
+// An update puts another server file in place: the version shown follows it.
+TEST(FileVersion, ReplacedServerFileIsReadAgain) {
+    const HostModelInstallation installation;
+    installation.copyTool("CorvaniteHost.exe", "CorvaniteHost.exe");
+    EXPECT_EQ(fileVersionText(), HOST_DOUBLE_VERSION_TEXT);
+    installation.copyTool("Corvanite.dll", "CorvaniteHost.exe");
+    EXPECT_EQ(fileVersionText(), ADDON_DOUBLE_VERSION_TEXT);
+    installation.remove("CorvaniteHost.exe");
+    EXPECT_EQ(fileVersionText(), "0.0.0.0");
+}
+
+TEST(FileVersion, StampGivesTheFileSize) {
+    const HostModelInstallation installation;
+    EXPECT_FALSE(fileVersionStamp(installation.file("CorvaniteHost.exe")).has_value());
+    installation.writeText("CorvaniteHost.exe", "12345");
+    const auto stamp = fileVersionStamp(installation.file("CorvaniteHost.exe"));
+    ASSERT_TRUE(stamp.has_value());
+    EXPECT_EQ(stamp->size, 5u);
+}

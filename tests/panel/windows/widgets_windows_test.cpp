@@ -27,6 +27,34 @@ std::shared_ptr<CountingCommand> command(std::int32_t id) {
     return std::make_shared<CountingCommand>(id);
 }
 
+// Counts the WM_SETTEXT messages that windows of this thread are sent while it lives.
+class SetTextCounter {
+public:
+    SetTextCounter() {
+        sent() = 0;
+        hook_ = SetWindowsHookExW(WH_CALLWNDPROC, record, nullptr, GetCurrentThreadId());
+    }
+    ~SetTextCounter() { UnhookWindowsHookEx(hook_); }
+    SetTextCounter(const SetTextCounter&) = delete;
+    SetTextCounter& operator=(const SetTextCounter&) = delete;
+
+    int count() const { return sent(); }
+
+private:
+    static int& sent() {
+        static int count = 0;
+        return count;
+    }
+    static LRESULT CALLBACK record(int code, WPARAM wParam, LPARAM lParam) {
+        if (code == HC_ACTION && reinterpret_cast<CWPSTRUCT*>(lParam)->message == WM_SETTEXT) {
+            ++sent();
+        }
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    HHOOK hook_ = nullptr;
+};
+
 } // namespace
 
 TEST_F(NativeWidgets, EachKindHasItsClassStyleAndControlId) {
@@ -85,6 +113,18 @@ TEST_F(NativeWidgets, LabelWithEmptyTextIsCreatedWithoutTextAndTakesOneLater) {
     label.setText("12:00:05");
     EXPECT_EQ(textOf(label.nativeHandle()), L"12:00:05");
     EXPECT_EQ(label.getDisplayText(), "12:00:05");
+}
+
+// The window's tick sets the same texts every second; only a change reaches the control.
+TEST_F(NativeWidgets, TheSameTextAgainIsNotSentToTheControl) {
+    LabelImpWindows label(place(0, 0), instance, parent);
+    label.setText("12:00:05");
+    const SetTextCounter counter;
+    label.setText("12:00:05");
+    EXPECT_EQ(counter.count(), 0);
+    label.setText("12:00:06");
+    EXPECT_EQ(counter.count(), 1);
+    EXPECT_EQ(textOf(label.nativeHandle()), L"12:00:06");
 }
 
 TEST_F(NativeWidgets, SetTextIsUndoneByTheNextUpdateText) {
