@@ -2,44 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "foundation/client_properties.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "tests/support/host_model_recorders.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/settings_file_guard.h"
 
 namespace {
-
-// The program's settings file is fixed when the program starts; a test leaves it as it found it.
-class SettingsFileGuard {
-public:
-    SettingsFileGuard() : path(nativePath(clientProperties().filePath)) {
-        std::error_code ignored;
-        existed = std::filesystem::exists(path, ignored);
-        if (existed) {
-            std::ifstream stream(path, std::ios::binary);
-            saved.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-        }
-    }
-    ~SettingsFileGuard() {
-        std::error_code ignored;
-        if (existed) {
-            std::ofstream(path, std::ios::binary | std::ios::trunc) << saved;
-        } else {
-            std::filesystem::remove(path, ignored);
-        }
-    }
-
-private:
-    std::filesystem::path path;
-    bool existed = false;
-    std::string saved;
-};
 
 class HostOptions : public ::testing::Test {
 protected:

@@ -6,6 +6,7 @@
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "tests/support/host_model_installation.h"
+#include "tests/support/settings_file_guard.h"
 
 namespace {
 
@@ -15,6 +16,7 @@ protected:
     void TearDown() override { panelMessages.setLanguage(saved); }
 
     HostModelInstallation installation;
+    SettingsFileGuard settings;
     int saved = 0;
 };
 

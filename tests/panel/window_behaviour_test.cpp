@@ -26,6 +26,7 @@
 #include "tests/support/panel_counting_command.h"
 #include "tests/support/panel_expect_failure.h"
 #include "tests/support/panel_recording_window.h"
+#include "tests/support/settings_file_guard.h"
 
 // The way from an event to a command, the long-running commands on their worker, and the change
 // of language, on a window whose commands are the test's own, so that no server is involved. The
@@ -263,7 +264,10 @@ TEST_F(WindowBehaviourTest, AClickOnTheTabPanelItselfFindsTheFirstWidgetWithComm
 
 // The check boxes act on their ids themselves.
 
-class CheckBoxEventTest : public WindowBehaviourTest {};
+class CheckBoxEventTest : public WindowBehaviourTest {
+protected:
+    SettingsFileGuard settings;
+};
 
 TEST_F(CheckBoxEventTest, IdThirteenStoresTheCheckOfPortAutoselection) {
     build();

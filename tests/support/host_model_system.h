@@ -36,17 +36,24 @@ private:
     void* handle = nullptr;
 };
 
-// The server's stop kills every process named "CorvaniteHost.exe" of the user, so a test that
-// lets it do so must not run beside a test whose server it would take: tests that run servers
-// share this lock, the one that has them killed holds it alone. It is a file lock in the temporary
-// folder, held across the test processes of the machine (or of the Windows prefix).
-class HostModelServerLock {
+// A lock held across the test processes of the machine (or of the Windows prefix): a file lock on
+// the named file of the temporary folder, shared or exclusive.
+class TestFileLock {
 public:
-    explicit HostModelServerLock(bool exclusive);
-    ~HostModelServerLock();
-    HostModelServerLock(const HostModelServerLock&) = delete;
-    HostModelServerLock& operator=(const HostModelServerLock&) = delete;
+    TestFileLock(const char* fileName, bool exclusive);
+    ~TestFileLock();
+    TestFileLock(const TestFileLock&) = delete;
+    TestFileLock& operator=(const TestFileLock&) = delete;
 
 private:
     std::intptr_t handle = -1;
+};
+
+// The server's stop kills every process named "CorvaniteHost.exe" of the user, so a test that
+// lets it do so must not run beside a test whose server it would take: tests that run servers
+// share this lock, the one that has them killed holds it alone.
+class HostModelServerLock : public TestFileLock {
+public:
+    explicit HostModelServerLock(bool exclusive)
+        : TestFileLock("corvanite-server-tests.lock", exclusive) {}
 };
