@@ -72,7 +72,7 @@ measure_panel() {
 
 # The shipped program's idle cost with the server running, as the user has it most of the day: in the
 # tray (started with --silent, as at log-on) and with its window open. Starts the server of the
-# installation, which must not run yet, and stops it at the end. Prints a JSON list.
+# installation, which must not run yet, and leaves it running. Prints a JSON list.
 measure_idle() {
     local tree=$1 installation=$2
     local program=$tree/core/CVHControlPanel.exe
@@ -92,5 +92,4 @@ measure_idle() {
     echo ","
     measure_panel "$installation" "$program" window
     echo "]"
-    (cd "$installation" && "$CORVANITE_WINE" ./CorvaniteHost.exe -s quit </dev/null >/dev/null 2>&1)
 }

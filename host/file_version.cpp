@@ -19,8 +19,8 @@ std::string readVersionText(const std::string& path) {
     return versionText(version->major, version->minor, version->build, version->revision);
 }
 
-// The last version read, with the file it came from; the window and the report ask from two
-// threads.
+// The last version read, with the file it came from (no path before the first read); the window
+// and the report ask from two threads.
 struct VersionCache {
     std::mutex mutex;
     std::string path;
@@ -38,7 +38,7 @@ std::string fileVersionText() {
     }
     static VersionCache cache;
     const std::lock_guard<std::mutex> lock(cache.mutex);
-    if (cache.text.empty() || cache.path != path || !(cache.stamp == *stamp)) {
+    if (cache.path != path || cache.stamp != *stamp) {
         cache.text = readVersionText(path);
         cache.path = path;
         cache.stamp = *stamp;

@@ -1,8 +1,8 @@
 #include "host/file_version.h"
 
-#include <exception>
-
 #include <sys/stat.h>
+
+#include <exception>
 #include <vector>
 
 #include "foundation/filesys.h"

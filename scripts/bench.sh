@@ -106,6 +106,7 @@ if [ $use_wine -eq 1 ]; then
     stop_server "$installation" "$CORVANITE_WINE"
     source bench/idle_cpu.sh
     measure_idle "$root/build/bench-win64" "$installation" >"$out/idle.json"
+    stop_server "$installation" "$CORVANITE_WINE"
 fi
 
 echo "== table"
