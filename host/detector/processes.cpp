@@ -16,13 +16,29 @@ bool processExists(std::uint32_t pid) {
     return false;
 }
 
-std::uint32_t childProcessId(std::uint32_t pid) {
-    for (const ProcessEntry& entry : listProcesses()) {
-        if (entry.parentPid == pid) {
-            return entry.pid;
+std::vector<std::uint32_t> childProcessIds(const std::vector<ProcessEntry>& processes,
+                                           std::uint32_t pid, const CreationTimes& createdAt) {
+    std::vector<std::uint32_t> children;
+    std::optional<std::optional<std::uint64_t>> parentCreated;
+    for (const ProcessEntry& entry : processes) {
+        if (entry.parentPid != pid) {
+            continue;
+        }
+        if (!parentCreated) {
+            parentCreated = createdAt(pid);
+        }
+        const std::optional<std::uint64_t> created = createdAt(entry.pid);
+        if (!*parentCreated || !created || *created >= **parentCreated) {
+            children.push_back(entry.pid);
         }
     }
-    return 0;
+    return children;
+}
+
+std::uint32_t childProcessId(std::uint32_t pid) {
+    const std::vector<std::uint32_t> children =
+        childProcessIds(listProcesses(), pid, native::processCreationTime);
+    return children.empty() ? 0 : children.front();
 }
 
 bool findProcess(const std::string& name, bool currentUserOnly, std::uint32_t pid) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +23,18 @@ std::vector<ProcessEntry> listProcesses();
 bool processExists(std::uint32_t pid);
 
 // The first process of the snapshot whose parent is pid, or 0. The pid file names the server's
-// master process, and the port belongs to its worker.
+// master process, and the port belongs to its worker. Windows keeps a process's parent number
+// after that parent has gone and gives the number out again, so a process created before pid's
+// own process is not its child: it belongs to an earlier holder of the number.
 std::uint32_t childProcessId(std::uint32_t pid);
+
+// When a process was created, in ticks that compare between processes; no value when unknown.
+using CreationTimes = std::function<std::optional<std::uint64_t>(std::uint32_t pid)>;
+
+// The children of pid in a given process list, in its order, told by the same rule. A process
+// whose creation time, or whose parent's, is unknown counts as a child.
+std::vector<std::uint32_t> childProcessIds(const std::vector<ProcessEntry>& processes,
+                                           std::uint32_t pid, const CreationTimes& createdAt);
 
 // True when a process has exactly this name (UTF-8, compared in UTF-16, case counts), belongs to
 // this user if currentUserOnly is set, and has this pid unless pid is 0. A process whose owner
@@ -44,6 +56,9 @@ bool terminateProcess(std::uint32_t pid);
 
 // Whole seconds since the creation of a process; 0 when the system doesn't tell.
 std::uint64_t processAgeSeconds(std::uint32_t pid);
+
+// When the process was created, in the system's own ticks; no value when the system doesn't tell.
+std::optional<std::uint64_t> processCreationTime(std::uint32_t pid);
 
 } // namespace native
 

@@ -66,14 +66,22 @@ bool terminateProcess(std::uint32_t pid) {
     return pid != 0 && kill(static_cast<pid_t>(pid), SIGKILL) == 0;
 }
 
-std::uint64_t processAgeSeconds(std::uint32_t pid) {
+std::optional<std::uint64_t> processCreationTime(std::uint32_t pid) {
     const std::optional<std::vector<std::string>> fields = procfs::statFields(pid);
+    if (!fields || fields->size() <= startTimeField) {
+        return std::nullopt;
+    }
+    return std::stoull((*fields)[startTimeField]);
+}
+
+std::uint64_t processAgeSeconds(std::uint32_t pid) {
+    const std::optional<std::uint64_t> created = processCreationTime(pid);
     timespec now{};
-    if (!fields || fields->size() <= startTimeField || clock_gettime(CLOCK_BOOTTIME, &now) != 0) {
+    if (!created || clock_gettime(CLOCK_BOOTTIME, &now) != 0) {
         return 0;
     }
     const auto ticksPerSecond = static_cast<std::uint64_t>(sysconf(_SC_CLK_TCK));
-    const std::uint64_t started = std::stoull((*fields)[startTimeField]);
+    const std::uint64_t started = *created;
     const std::uint64_t nowTicks =
         static_cast<std::uint64_t>(now.tv_sec) * ticksPerSecond +
         static_cast<std::uint64_t>(now.tv_nsec) * ticksPerSecond / 1000000000U;

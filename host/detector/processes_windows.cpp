@@ -50,6 +50,21 @@ bool terminateProcess(std::uint32_t pid) {
     return process.get() != nullptr && TerminateProcess(process.get(), 0);
 }
 
+std::optional<std::uint64_t> processCreationTime(std::uint32_t pid) {
+    FILETIME creation{};
+    FILETIME exit{};
+    FILETIME kernel{};
+    FILETIME user{};
+    DWORD code = 0;
+    // An ended process can still be opened while someone holds a handle to it.
+    const ScopedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid));
+    if (process.get() == nullptr || !GetExitCodeProcess(process.get(), &code) ||
+        code != STILL_ACTIVE || !GetProcessTimes(process.get(), &creation, &exit, &kernel, &user)) {
+        return std::nullopt;
+    }
+    return hundredNanoseconds(creation);
+}
+
 std::uint64_t processAgeSeconds(std::uint32_t pid) {
     FILETIME creation{};
     FILETIME exit{};

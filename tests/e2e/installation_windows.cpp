@@ -12,6 +12,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "host/detector/processes.h"
 #include "tests/e2e/ui_driver_windows.h"
 
 namespace e2e {
@@ -84,23 +85,16 @@ bool startsWithIgnoringCase(const std::wstring& text, const std::wstring& prefix
            _wcsnicmp(text.c_str(), prefix.c_str(), prefix.size()) == 0;
 }
 
-// The process and all its descendants, found by their parents' ids, the root first.
+// The process and all its descendants, found by their parents' ids, the root first. A process older
+// than the id's holder is left alone: its parent was an earlier process with the same id.
 std::vector<DWORD> processTree(DWORD root) {
-    std::vector<PROCESSENTRY32W> all;
-    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof(entry);
-    for (BOOL more = Process32FirstW(snapshot, &entry); more;
-         more = Process32NextW(snapshot, &entry)) {
-        all.push_back(entry);
-    }
-    CloseHandle(snapshot);
+    const std::vector<detector::ProcessEntry> all = detector::listProcesses();
     std::vector<DWORD> tree{root};
     for (std::size_t next = 0; next < tree.size(); ++next) {
-        for (const auto& process : all) {
-            if (process.th32ParentProcessID == tree[next] && process.th32ProcessID != root &&
-                std::find(tree.begin(), tree.end(), process.th32ProcessID) == tree.end()) {
-                tree.push_back(process.th32ProcessID);
+        for (const std::uint32_t child :
+             detector::childProcessIds(all, tree[next], detector::native::processCreationTime)) {
+            if (std::find(tree.begin(), tree.end(), child) == tree.end()) {
+                tree.push_back(child);
             }
         }
     }

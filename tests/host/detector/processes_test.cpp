@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <map>
+#include <optional>
 #include <thread>
 
 #include "foundation/text.h"
@@ -58,9 +60,11 @@ TEST(Processes, ProcessThatIsGoneDoesNotExist) {
         const LingeringProcess process;
         pid = process.pid;
         ASSERT_NE(pid, 0u);
+        EXPECT_TRUE(detector::native::processCreationTime(pid).has_value());
     }
     EXPECT_FALSE(detector::processExists(pid));
     EXPECT_EQ(detector::processUptime(pid), 0u);
+    EXPECT_FALSE(detector::native::processCreationTime(pid).has_value());
 }
 
 TEST(Processes, ChildProcessIdOfAProcessWithoutChildrenIsZero) {
@@ -82,6 +86,59 @@ TEST(Processes, ChildProcessIdIsTheMastersWorker) {
             EXPECT_EQ(entry.exeName, utf8ToUtf16(server.exeName()));
         }
     }
+}
+
+// Creation times of a made-up process list; a pid without a time is one the system won't tell.
+detector::CreationTimes timesOf(std::map<std::uint32_t, std::uint64_t> times) {
+    return [times = std::move(times)](std::uint32_t pid) -> std::optional<std::uint64_t> {
+        const auto found = times.find(pid);
+        return found == times.end() ? std::nullopt : std::optional(found->second);
+    };
+}
+
+TEST(Processes, AProcessOlderThanItsParentsNumberBelongsToAnEarlierHolderOfTheNumber) {
+    // 56 was started by an earlier process 40, which ended; the number 40 went to a new master.
+    const std::vector<detector::ProcessEntry> processes = {{L"services.exe", 56, 40},
+                                                           {L"CorvaniteHost.exe", 90, 40}};
+    using Pids = std::vector<std::uint32_t>;
+    EXPECT_EQ(detector::childProcessIds(processes, 40, timesOf({{40, 200}, {56, 100}, {90, 300}})),
+              Pids{90});
+    EXPECT_EQ(detector::childProcessIds(processes, 40, timesOf({{40, 200}, {56, 100}})), Pids{90});
+    EXPECT_EQ(detector::childProcessIds({processes.front()}, 40, timesOf({{40, 200}, {56, 100}})),
+              Pids{});
+}
+
+TEST(Processes, AChildCreatedInTheSameTickAsItsParentIsItsChild) {
+    const std::vector<detector::ProcessEntry> processes = {{L"worker.exe", 8, 4}};
+    EXPECT_EQ(detector::childProcessIds(processes, 4, timesOf({{4, 7}, {8, 7}})),
+              std::vector<std::uint32_t>{8});
+}
+
+TEST(Processes, WithoutCreationTimesEveryProcessNamingTheParentIsAChildInListOrder) {
+    using Pids = std::vector<std::uint32_t>;
+    const std::vector<detector::ProcessEntry> processes = {
+        {L"first.exe", 56, 40}, {L"second.exe", 90, 40}, {L"other.exe", 91, 41}};
+    EXPECT_EQ(detector::childProcessIds(processes, 40, timesOf({{56, 100}, {90, 300}})),
+              (Pids{56, 90}));
+    EXPECT_EQ(detector::childProcessIds(processes, 40, timesOf({{40, 200}, {90, 300}})),
+              (Pids{56, 90}));
+    EXPECT_EQ(detector::childProcessIds(processes, 42, timesOf({})), Pids{});
+}
+
+TEST(Processes, AWorkerIsCreatedNoEarlierThanItsMaster) {
+    DoubleInstallation server;
+    ASSERT_TRUE(server.launch());
+    const std::uint32_t master = server.waitForMaster();
+    ASSERT_NE(master, 0u);
+    const std::uint32_t worker = server.waitForWorker(master);
+    ASSERT_NE(worker, 0u);
+    const std::optional<std::uint64_t> masterCreated =
+        detector::native::processCreationTime(master);
+    const std::optional<std::uint64_t> workerCreated =
+        detector::native::processCreationTime(worker);
+    ASSERT_TRUE(masterCreated.has_value());
+    ASSERT_TRUE(workerCreated.has_value());
+    EXPECT_GE(*workerCreated, *masterCreated);
 }
 
 TEST(Processes, FindProcessWithoutOwnerTestAndPidZeroIsTrueForAnyProcessOfThatName) {
