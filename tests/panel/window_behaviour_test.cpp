@@ -60,8 +60,9 @@ public:
     std::atomic<int> runs{0};
 };
 
+// A minute, for a loaded machine; an idle worker ends the wait at once.
 bool waitUntilIdle() {
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 2400; ++i) {
         if (!commandInProgress.load()) {
             return true;
         }
