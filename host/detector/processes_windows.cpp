@@ -24,6 +24,17 @@ std::uint64_t toMilliseconds(const FILETIME& time) {
     return hundredNanoseconds(cut);
 }
 
+std::optional<FILETIME> creationTimeOf(HANDLE process) {
+    FILETIME creation{};
+    FILETIME exit{};
+    FILETIME kernel{};
+    FILETIME user{};
+    if (!GetProcessTimes(process, &creation, &exit, &kernel, &user)) {
+        return std::nullopt;
+    }
+    return creation;
+}
+
 } // namespace
 
 std::vector<ProcessEntry> listProcesses() {
@@ -51,37 +62,31 @@ bool terminateProcess(std::uint32_t pid) {
 }
 
 std::optional<std::uint64_t> processCreationTime(std::uint32_t pid) {
-    FILETIME creation{};
-    FILETIME exit{};
-    FILETIME kernel{};
-    FILETIME user{};
-    DWORD code = 0;
     // An ended process can still be opened while someone holds a handle to it.
     const ScopedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid));
+    DWORD code = 0;
     if (process.get() == nullptr || !GetExitCodeProcess(process.get(), &code) ||
-        code != STILL_ACTIVE || !GetProcessTimes(process.get(), &creation, &exit, &kernel, &user)) {
+        code != STILL_ACTIVE) {
         return std::nullopt;
     }
-    return hundredNanoseconds(creation);
+    const std::optional<FILETIME> creation = creationTimeOf(process.get());
+    return creation ? std::optional(hundredNanoseconds(*creation)) : std::nullopt;
 }
 
 std::uint64_t processAgeSeconds(std::uint32_t pid) {
-    FILETIME creation{};
-    FILETIME exit{};
-    FILETIME kernel{};
-    FILETIME user{};
+    std::optional<FILETIME> creation;
     {
         const ScopedHandle process(OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, pid));
-        if (process.get() == nullptr ||
-            !GetProcessTimes(process.get(), &creation, &exit, &kernel, &user)) {
-            return 0;
-        }
+        creation = process.get() == nullptr ? std::nullopt : creationTimeOf(process.get());
+    }
+    if (!creation) {
+        return 0;
     }
     SYSTEMTIME nowSystem{};
     GetSystemTime(&nowSystem);
     FILETIME now{};
     SystemTimeToFileTime(&nowSystem, &now);
-    return (hundredNanoseconds(now) - toMilliseconds(creation)) / 10000000;
+    return (hundredNanoseconds(now) - toMilliseconds(*creation)) / 10000000;
 }
 
 } // namespace native
