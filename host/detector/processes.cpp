@@ -19,18 +19,21 @@ bool processExists(std::uint32_t pid) {
 std::vector<std::uint32_t> childProcessIds(const std::vector<ProcessEntry>& processes,
                                            std::uint32_t pid, const CreationTimes& createdAt) {
     std::vector<std::uint32_t> children;
-    std::optional<std::optional<std::uint64_t>> parentCreated;
     for (const ProcessEntry& entry : processes) {
-        if (entry.parentPid != pid) {
-            continue;
-        }
-        if (!parentCreated) {
-            parentCreated = createdAt(pid);
-        }
-        const std::optional<std::uint64_t> created = createdAt(entry.pid);
-        if (!*parentCreated || !created || *created >= **parentCreated) {
+        if (entry.parentPid == pid) {
             children.push_back(entry.pid);
         }
+    }
+    // Most processes have no children, and then the parent isn't asked for its time.
+    if (children.empty()) {
+        return children;
+    }
+    const std::optional<std::uint64_t> parentCreated = createdAt(pid);
+    if (parentCreated) {
+        std::erase_if(children, [&](std::uint32_t child) {
+            const std::optional<std::uint64_t> created = createdAt(child);
+            return created && *created < *parentCreated;
+        });
     }
     return children;
 }

@@ -162,8 +162,7 @@ void SavedRegistryValue::write(const std::optional<std::wstring>& value) const {
 
 Installation::Installation()
     : language(productKey, L"Language"), displayVersion(uninstallKey, L"DisplayVersion"),
-      folder_(freshFolder()), port_(freePort()), path_(productKey, L"Path"),
-      savedSettings_(readSettings()) {
+      folder_(freshFolder()), port_(freePort()), path_(productKey, L"Path") {
     copyInto(folder_, CVH_TOOLS_DIR "/CorvaniteHost.exe");
     copyInto(folder_, CVH_TOOLS_DIR "/Corvanite.dll");
     copyInto(folder_, CVH_LAYOUT_FILE);
@@ -180,10 +179,6 @@ Installation::Installation()
 Installation::~Installation() {
     killServer();
     std::error_code ignored;
-    std::filesystem::remove(settingsPath(), ignored);
-    if (savedSettings_) {
-        std::ofstream(std::filesystem::path(settingsPath()), std::ios::binary) << *savedSettings_;
-    }
     std::filesystem::remove_all(folder_, ignored);
 }
 

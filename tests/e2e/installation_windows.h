@@ -9,6 +9,7 @@
 
 #include "tests/e2e/ui_driver_windows.h"
 #include "tests/support/host_model_system.h"
+#include "tests/support/settings_file_guard.h"
 
 // A Corvanite installation of a test's own: a folder with the server and addon doubles, the layout
 // file, "conf/nginx.conf", "logs" and "tmp", named by the registry's "Path". The registry values
@@ -49,6 +50,8 @@ class Installation {
     // installation and its program change, are shared by every test process of the prefix.
     HostModelServerLock serverLock_{false};
     HostModelRegistryLock registryLock_;
+    // The user's settings file, which the program changes, is shared with the unit tests.
+    SettingsFileGuard settings_;
 
 public:
     Installation();
@@ -83,7 +86,6 @@ private:
     std::wstring folder_;
     int port_ = 0;
     SavedRegistryValue path_;
-    std::optional<std::string> savedSettings_;
 };
 
 // The real program, started on the installation with a command line, ended at the latest when

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/test_file_lock.h"
+
 // What the host model's tests need of the system beyond the product's own functions.
 
 // Sets a variable of this process's environment.
@@ -34,19 +36,6 @@ public:
 
 private:
     void* handle = nullptr;
-};
-
-// A lock held across the test processes of the machine (or of the Windows prefix): a file lock on
-// the named file of the temporary folder, shared or exclusive.
-class TestFileLock {
-public:
-    TestFileLock(const char* fileName, bool exclusive);
-    ~TestFileLock();
-    TestFileLock(const TestFileLock&) = delete;
-    TestFileLock& operator=(const TestFileLock&) = delete;
-
-private:
-    std::intptr_t handle = -1;
 };
 
 // The server's stop kills every process named "CorvaniteHost.exe" of the user, so a test that

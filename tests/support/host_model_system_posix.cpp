@@ -1,13 +1,10 @@
 #include "tests/support/host_model_system.h"
 
 #include <arpa/inet.h>
-#include <fcntl.h>
 #include <netinet/in.h>
-#include <sys/file.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -64,25 +61,3 @@ std::uint16_t hostModelFreePort() {
 
 HostModelRegistryLock::HostModelRegistryLock() = default;
 HostModelRegistryLock::~HostModelRegistryLock() = default;
-
-TestFileLock::TestFileLock(const char* fileName, bool exclusive) {
-    const std::string path = (std::filesystem::temp_directory_path() / fileName).string();
-    const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (file < 0) {
-        throw std::runtime_error(std::string("the tests' lock file can't be opened: ") + fileName);
-    }
-    while (flock(file, exclusive ? LOCK_EX : LOCK_SH) != 0) {
-        if (errno != EINTR) {
-            close(file);
-            throw std::runtime_error(std::string("the tests' lock can't be taken: ") + fileName);
-        }
-    }
-    handle = file;
-}
-
-TestFileLock::~TestFileLock() {
-    if (handle >= 0) {
-        flock(static_cast<int>(handle), LOCK_UN);
-        close(static_cast<int>(handle));
-    }
-}

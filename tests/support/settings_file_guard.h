@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/support/host_model_system.h"
+#include "tests/support/test_file_lock.h"
 
 // The program's settings file is fixed when the program starts and is the same for every test
 // process of the user: a test that changes it holds it alone, and leaves it as it found it.
