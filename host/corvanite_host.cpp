@@ -68,10 +68,11 @@ private:
     std::atomic<bool>& flag;
 };
 
-// The master process holds no connection of interest: the port belongs to its first child, the
-// worker. Raises detector::ConnectionNotFound while the worker isn't there or doesn't listen yet.
+// The master process holds no connection of interest: the port belongs to its worker, the first
+// child that runs the server's own executable. Raises detector::ConnectionNotFound while the worker
+// isn't there or doesn't listen yet.
 detector::TcpConnection serverConnection(std::uint32_t masterPid) {
-    return detector::connectionOfProcess(detector::childProcessId(masterPid));
+    return detector::connectionOfProcess(detector::childProcessId(masterPid, hostFileName));
 }
 
 // A server counts as up when the pid file names a living process whose worker owns a connection,

@@ -94,11 +94,11 @@ if [ $use_wine -eq 1 ]; then
     installation=$root/$out/installation-wine
     make_installation "$installation" build/bench-win64/tools/CorvaniteHost.exe
     "$CORVANITE_WINE" 'C:\windows\system32\reg.exe' add 'HKCU\Software\Ormal Co\CorvaniteHost' \
-        /v Path /t REG_SZ /d "$(winepath -w "$installation")" /f >/dev/null 2>&1
+        /v Path /t REG_SZ /d "$("$CORVANITE_WINE" winepath -w "$installation")" /f >/dev/null 2>&1
     # One run for each group of cases, each with a time limit: a crash (Wine then waits for its
     # debugger) costs that group alone.
     for group in refresh zip report; do
-        CORVANITE_BENCH_DATA=$(winepath -w "$root/$data") timeout 600 \
+        CORVANITE_BENCH_DATA=$("$CORVANITE_WINE" winepath -w "$root/$data") timeout 600 \
             "$CORVANITE_WINE" build/bench-win64/bench/corvanite_bench_probe.exe "$group/" </dev/null \
             >"$out/wine-$group.json" 2>"$out/wine-$group.err" ||
             { echo "the $group cases failed under Wine:"; grep -a -v fixme "$out/wine-$group.err" | head -n 5; }

@@ -7,21 +7,41 @@
 # Everything lives under build/demo: its own Wine prefix, the installation (the server and addon
 # doubles, the layout file, conf/nginx.conf, logs, tmp) and the screenshot. The panel starts on
 # $DISPLAY, or on a virtual display of its own when there is none.
-set -euo pipefail
+set -Eeuo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 demo=$root/build/demo
 wine=/usr/lib/wine/wine64
 program=$root/build/win64/core/CVHControlPanel.exe
 ui_driver=$root/build/win64/tests/e2e/cvh_ui.exe
 
+# What the demo is doing now and the log that tells more, for the words of a failure.
+demo_step="installing the packages"
+demo_log=""
+
+# A failing step says what failed and where to read more, and ends whatever the demo started.
+demo_fail() {
+    local status=$?
+    trap - ERR
+    echo "demo: $demo_step failed (status $status)${demo_log:+; see $demo_log}" >&2
+    [ -n "$demo_log" ] && [ -f "$demo_log" ] && tail -n 20 "$demo_log" >&2
+    if [ -n "${WINEPREFIX:-}" ]; then
+        timeout 30 "$wine" "$program" --quit </dev/null >/dev/null 2>&1 || true
+    fi
+    wine_session_end >/dev/null 2>&1 || true
+    rm -f "$demo/display" "$demo/xvfb.pid"
+    exit "$status"
+}
+
 demo_build() {
+    demo_step="installing the packages"
     bash "$root/scripts/install-deps.sh"
     command -v ccache >/dev/null && export CORVANITE_LAUNCHER=ccache
     mkdir -p "$root/build"
+    demo_step="building the win64 program"
+    demo_log=$root/build/demo-build.log
     echo "== building the win64 program (log: build/demo-build.log)"
     (cd "$root" && cmake --preset win64 && cmake --build --preset win64 -j2 --target CVHControlPanel cvh_ui &&
-        cmake --build build/win64/tools -j2) >"$root/build/demo-build.log" 2>&1 ||
-        { tail -n 40 "$root/build/demo-build.log"; return 1; }
+        cmake --build build/win64/tools -j2) >"$demo_log" 2>&1
 }
 
 # A port that nobody listens on now, for the server double's "listen" line.
@@ -60,6 +80,8 @@ demo_registry() {
 }
 
 demo_session() {
+    demo_step="starting Wine and the display"
+    demo_log=""
     # shellcheck source=wine-session.sh
     source "$root/scripts/wine-session.sh"
     if [ -n "${DISPLAY:-}" ]; then
@@ -86,16 +108,22 @@ demo_session() {
 }
 
 demo_start_panel() {
-    (cd "$demo/install" && setsid "$wine" "$program" "$@" </dev/null >/dev/null 2>&1 &)
-    "$wine" "$ui_driver" wait-ready 90 </dev/null
+    demo_step="starting the control panel"
+    demo_log=$demo/panel.log
+    # The panel runs on after the script: nothing of it, not even the subshell that starts it, may
+    # hold the script's output, or a pipe behind the script would never end.
+    (cd "$demo/install" && exec setsid "$wine" "$program" "$@") </dev/null >"$demo_log" 2>&1 &
+    "$wine" "$ui_driver" wait-ready 90 </dev/null >/dev/null 2>>"$demo_log"
 }
 
+# Ends the panel, then every Wine process of the demo's prefix (the server double among them),
+# then the demo's own display.
 demo_stop() {
     [ -f "$demo/display" ] || { echo "no demo runs"; return 0; }
     export WINEPREFIX=$demo/wineprefix DISPLAY
     DISPLAY=$(cat "$demo/display")
-    "$wine" "$program" --quit </dev/null >/dev/null 2>&1 || true
-    wineserver -k >/dev/null 2>&1 || true
+    timeout 30 "$wine" "$program" --quit </dev/null >/dev/null 2>&1 || true
+    /usr/lib/wine/wineserver64 -k >/dev/null 2>&1 || true
     local xvfb
     xvfb=$(cat "$demo/xvfb.pid" 2>/dev/null || true)
     [ -n "$xvfb" ] && kill "$xvfb" 2>/dev/null || true
@@ -108,14 +136,18 @@ demo_main() {
         demo_stop
         return
     fi
+    trap demo_fail ERR
     demo_build
     mkdir -p "$demo"
     demo_session
+    demo_step="making the demo installation"
     demo_installation
     demo_registry 1033
     echo "== starting the control panel on display $DISPLAY"
-    demo_start_panel || { echo "the control panel's window did not come up"; return 1; }
+    demo_start_panel
     sleep 2
+    demo_step="taking the screenshot"
+    demo_log=""
     import -window root "$demo/screenshot.png"
     echo "screenshot: build/demo/screenshot.png"
     echo "the panel runs (Wine prefix build/demo/wineprefix, display $DISPLAY);"

@@ -9,7 +9,32 @@ cd "$root"
 jobs=$(nproc)
 
 bash scripts/install-deps.sh || exit 1
-command -v ccache >/dev/null && export CORVANITE_LAUNCHER=ccache
+# ccache keys on paths below the tree's root, so a fresh clone elsewhere reuses what an earlier
+# build of the same sources made.
+export CORVANITE_LAUNCHER=ccache CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+
+# Each stage's name, result and wall time, for the summary at the end.
+stages=()
+stage_start=0
+stage_begin() {
+    stage_name=$1
+    stage_start=$(date +%s)
+    echo "== $stage_name"
+}
+stage_end() {
+    local status=$1 result=passed
+    [ "$status" -ne 0 ] && result=FAILED
+    stages+=("$(printf '%-34s %-7s %4d s' "$stage_name" "$result" $(($(date +%s) - stage_start)))")
+    return "$status"
+}
+stage_summary() {
+    echo "== stages"
+    printf '%s\n' "${stages[@]}"
+}
+
+stage_begin "commands of the scripts"
+python3 scripts/check-commands.py "$root"
+stage_end $? || { stage_summary; exit 1; }
 
 # Configures and builds a preset: everything, or only the targets named after it.
 build() {
@@ -26,39 +51,48 @@ build() {
 
 mkdir -p build
 for preset in linux win64 win32; do
-    echo "== build $preset"
-    build "$preset" || { echo "build of $preset failed"; exit 1; }
+    stage_begin "build $preset"
+    build "$preset"
+    stage_end $? || { echo "build of $preset failed"; stage_summary; exit 1; }
 done
 
-echo "== shipped program: imports"
-python3 scripts/check-imports.py build/win32 || exit 1
+stage_begin "shipped program: imports"
+python3 scripts/check-imports.py build/win32
+stage_end $? || { stage_summary; exit 1; }
 
-echo "== test linux"
+stage_begin "test linux"
 # Twice as many tests as cores: the longest native tests sleep through a server's time-outs.
 ctest --preset linux -j$((jobs * 2)) >build/ctest-linux.log 2>&1
+stage_end $?
 linux_status=$?
 
 source scripts/wine-session.sh
 trap wine_session_end EXIT
 wine_session_start "$root/build/win64/wineprefix"
-echo "== test win64 (Wine)"
+stage_begin "test win64 (Wine)"
 ctest --preset win64 -j"$jobs" >build/ctest-win64.log 2>&1
+stage_end $?
 win64_status=$?
 
-echo "== fuzz (30 s a target)"
+stage_begin "fuzz (30 s a target)"
 bash scripts/fuzz.sh 30 >build/fuzz.log 2>&1
+stage_end $?
 fuzz_status=$?
 
-echo "== build tsan"
-tsan_status=1
-if build tsan foundation_tests host_tests diagnostics_tests panel_tests; then
-    echo "== test tsan (tests that start threads)"
+stage_begin "build tsan"
+build tsan foundation_tests host_tests diagnostics_tests panel_tests
+stage_end $?
+tsan_status=$?
+if [ $tsan_status -eq 0 ]; then
+    stage_begin "test tsan (tests that start threads)"
     ctest --preset tsan -j"$jobs" >build/ctest-tsan.log 2>&1
+    stage_end $?
     tsan_status=$?
 else
     echo "build of tsan failed" >build/ctest-tsan.log
 fi
 
+stage_summary
 echo "== fuzz summary"
 sed -n '/== fuzz summary/,$p' build/fuzz.log | tail -n +2
 [ $fuzz_status -ne 0 ] && tail -n 60 build/fuzz.log
@@ -66,4 +100,8 @@ for preset in tsan linux win64; do
     echo "== ctest summary: $preset"
     sed -n '/tests passed\|tests failed/,$p' "build/ctest-$preset.log"
 done
-[ $linux_status -eq 0 ] && [ $win64_status -eq 0 ] && [ $fuzz_status -eq 0 ] && [ $tsan_status -eq 0 ]
+if [ $linux_status -ne 0 ] || [ $win64_status -ne 0 ] || [ $fuzz_status -ne 0 ] || [ $tsan_status -ne 0 ]; then
+    echo "== the test command failed in:"
+    printf '%s\n' "${stages[@]}" | grep FAILED
+    exit 1
+fi

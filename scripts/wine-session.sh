@@ -3,7 +3,10 @@
 # (never ~/.wine), a virtual display, and a warm wineserver for the run. `wine_session_end` stops
 # exactly what `wine_session_start` started.
 
+# Wine's programs by the paths that Debian's wine64 package gives them: the plain `wine`,
+# `wineboot` and `wineserver` commands come only with the separate wine package.
 CORVANITE_WINE=/usr/lib/wine/wine64
+CORVANITE_WINESERVER=/usr/lib/wine/wineserver64
 
 wine_session_start() {
     local prefix=$1
@@ -25,12 +28,12 @@ wine_session_start() {
     fi
     if [ ! -f "$WINEPREFIX/.corvanite-ready" ]; then
         mkdir -p "$WINEPREFIX"
-        wineboot -i >/dev/null 2>&1 || true
+        "$CORVANITE_WINE" wineboot -i >/dev/null 2>&1 || true
         "$CORVANITE_WINE" winecfg /v win10 >/dev/null 2>&1 || true
-        wineserver -w
+        "$CORVANITE_WINESERVER" -w
         touch "$WINEPREFIX/.corvanite-ready"
     fi
-    wineserver -p
+    "$CORVANITE_WINESERVER" -p
     # The first program of a session starts Wine's own services, which inherit its output; started
     # here with no output, they keep no test runner waiting for the end of a pipe.
     "$CORVANITE_WINE" cmd /c exit </dev/null >/dev/null 2>&1
@@ -43,7 +46,7 @@ wine_session_start() {
 }
 
 wine_session_end() {
-    [ -n "${WINEPREFIX:-}" ] && wineserver -k >/dev/null 2>&1 || true
+    [ -n "${WINEPREFIX:-}" ] && "$CORVANITE_WINESERVER" -k >/dev/null 2>&1 || true
     if [ -n "${CORVANITE_XVFB_PID:-}" ]; then
         kill "$CORVANITE_XVFB_PID" 2>/dev/null || true
         wait "$CORVANITE_XVFB_PID" 2>/dev/null || true

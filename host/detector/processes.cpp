@@ -1,6 +1,8 @@
 #include "host/detector/processes.h"
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 
 #include "foundation/text.h"
 #include "host/detector/current_user.h"
@@ -42,6 +44,20 @@ std::uint32_t childProcessId(std::uint32_t pid) {
     const std::vector<std::uint32_t> children =
         childProcessIds(listProcesses(), pid, native::processCreationTime);
     return children.empty() ? 0 : children.front();
+}
+
+std::uint32_t childProcessNamed(const std::vector<ProcessEntry>& processes, std::uint32_t pid,
+                                const std::wstring& exeName, const CreationTimes& createdAt) {
+    std::vector<ProcessEntry> named;
+    std::copy_if(processes.begin(), processes.end(), std::back_inserter(named),
+                 [&](const ProcessEntry& entry) { return entry.exeName == exeName; });
+    const std::vector<std::uint32_t> children = childProcessIds(named, pid, createdAt);
+    return children.empty() ? 0 : children.front();
+}
+
+std::uint32_t childProcessId(std::uint32_t pid, const std::string& exeName) {
+    return childProcessNamed(listProcesses(), pid, utf8ToUtf16(exeName),
+                             native::processCreationTime);
 }
 
 bool findProcess(const std::string& name, bool currentUserOnly, std::uint32_t pid) {

@@ -36,6 +36,14 @@ using CreationTimes = std::function<std::optional<std::uint64_t>(std::uint32_t p
 std::vector<std::uint32_t> childProcessIds(const std::vector<ProcessEntry>& processes,
                                            std::uint32_t pid, const CreationTimes& createdAt);
 
+// The first child of pid, told by the same rule, that runs the executable exeName (compared as the
+// process list gives names: the same UTF-16 units), or 0. This is how the server's worker is
+// found: a console program gets the system's console host (conhost.exe) as its first child, and
+// a debugger or a crash reporter may stand among the children too.
+std::uint32_t childProcessId(std::uint32_t pid, const std::string& exeName);
+std::uint32_t childProcessNamed(const std::vector<ProcessEntry>& processes, std::uint32_t pid,
+                                const std::wstring& exeName, const CreationTimes& createdAt);
+
 // True when a process has exactly this name (UTF-8, compared in UTF-16, case counts), belongs to
 // this user if currentUserOnly is set, and has this pid unless pid is 0. A process whose owner
 // can't be told doesn't match.

@@ -2,12 +2,20 @@
 
 #include "panel/app_data_manager.h"
 #include "panel/windows/dispatch_failure_windows.h"
+#include "panel/windows/loop_dispatch_windows.h"
 #include "panel/windows/window_imp_windows.h"
 
 namespace {
 
 // The program's resources hold no accelerator table: the handle is null and nothing translates.
 constexpr WORD acceleratorTable = 110;
+
+// Takes back the end of the loop that the window's destruction asked for.
+void discardQuitMessage() {
+    MSG quit{};
+    while (PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE) {
+    }
+}
 
 } // namespace
 
@@ -28,14 +36,13 @@ std::int32_t ApplicationImp::run(const std::string& commandLine) {
         if (got == 0 || got == -1) {
             break;
         }
-        if (TranslateAcceleratorW(message.hwnd, accelerators, &message) != 0) {
-            continue;
-        }
-        // Gives the Tab key its meaning between the controls of the plain window.
-        if (IsDialogMessageW(GetAncestor(message.hwnd, GA_ROOT), &message) == 0) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
+        dispatchLoopMessage(message, accelerators);
+    }
+    if (hasDispatchFailure()) {
+        // The box that tells the failure runs a message loop of its own: a window and timer still
+        // alive would fail again inside it, end that loop and close the box before it is read.
+        window().destroy();
+        discardQuitMessage();
     }
     rethrowDispatchFailure();
     return static_cast<std::int32_t>(message.wParam);

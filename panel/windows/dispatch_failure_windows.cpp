@@ -19,6 +19,10 @@ void keepDispatchFailure(std::exception_ptr failure) {
     PostQuitMessage(1);
 }
 
+bool hasDispatchFailure() {
+    return static_cast<bool>(keptFailure());
+}
+
 void rethrowDispatchFailure() {
     std::exception_ptr failure = keptFailure();
     keptFailure() = nullptr;

@@ -9,5 +9,7 @@
 
 // Keeps the first failure and asks the message loop to end.
 void keepDispatchFailure(std::exception_ptr failure);
+// True while a failure is kept.
+bool hasDispatchFailure();
 // Throws the kept failure, if there is one, and forgets it.
 void rethrowDispatchFailure();

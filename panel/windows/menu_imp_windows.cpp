@@ -63,10 +63,12 @@ bool MenuImpWindows::showTrayIcon(bool add) {
     return Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
 }
 
-// Once the taskbar has been restarted the icon is gone and these calls fail unnoticed: the
-// program doesn't listen for the shell's restart.
 void MenuImpWindows::refreshTrayIcon() {
     showTrayIcon(false);
+}
+
+void MenuImpWindows::restoreTrayIcon() {
+    Shell_NotifyIconW(NIM_ADD, &notifyData);
 }
 
 void MenuImpWindows::popup() {

@@ -21,6 +21,9 @@ public:
     void popup() override;
     void enableItem(std::int32_t id, bool enabled) override;
 
+    // Adds the icon again after the shell lost it in a restart of its taskbar.
+    void restoreTrayIcon();
+
     HMENU nativeMenu() const { return menuHandle; }
     // The tooltip of the tray icon as it was last given to the shell.
     std::wstring tooltip() const { return notifyData.szTip; }

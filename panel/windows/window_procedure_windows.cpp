@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "panel/windows/dispatch_failure_windows.h"
+#include "panel/windows/menu_imp_windows.h"
 #include "panel/windows/static_colour_windows.h"
 #include "panel/windows/widget_imp_windows.h"
 #include "panel/windows/window_imp_windows.h"
@@ -23,6 +24,13 @@ HWND handleOf(const std::shared_ptr<WidgetImp>& widget) {
 // A result that a handler gives as a byte, the way the system reads a true or false answer.
 LRESULT byteResult(bool value) {
     return static_cast<LRESULT>(static_cast<std::uint8_t>(value));
+}
+
+// The shell's word to every top-level window that its taskbar was made anew (Explorer ended and
+// started again): the icons it showed are gone.
+UINT taskbarCreatedMessage() {
+    static const UINT message = RegisterWindowMessageW(L"TaskbarCreated");
+    return message;
 }
 
 } // namespace
@@ -71,6 +79,10 @@ LRESULT WindowImpWindows::windowProc(HWND window, UINT message, WPARAM wParam, L
     case trayMessage:
         return onTrayMessage(lParam);
     default:
+        if (message == taskbarCreatedMessage() && menu()) {
+            std::static_pointer_cast<MenuImpWindows>(menu())->restoreTrayIcon();
+            return 0;
+        }
         return DefWindowProcW(window, message, wParam, lParam);
     }
 }

@@ -160,10 +160,16 @@ void SavedRegistryValue::write(const std::optional<std::wstring>& value) const {
     RegCloseKey(key);
 }
 
-Installation::Installation()
+std::string serverBuildName(ServerBuild build) {
+    return build == ServerBuild::Console ? "Console" : "Windowless";
+}
+
+Installation::Installation(ServerBuild server)
     : language(productKey, L"Language"), displayVersion(uninstallKey, L"DisplayVersion"),
       folder_(freshFolder()), port_(freePort()), path_(productKey, L"Path") {
-    copyInto(folder_, CVH_TOOLS_DIR "/CorvaniteHost.exe");
+    copyInto(folder_, server == ServerBuild::Console ? CVH_TOOLS_DIR "/CorvaniteHost.exe"
+                                                     : CVH_TOOLS_DIR
+                          "/windowless/CorvaniteHost.exe");
     copyInto(folder_, CVH_TOOLS_DIR "/Corvanite.dll");
     copyInto(folder_, CVH_LAYOUT_FILE);
     std::filesystem::create_directories(folder_ + L"\\conf");

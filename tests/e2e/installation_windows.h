@@ -43,6 +43,13 @@ private:
     std::optional<std::wstring> original_;
 };
 
+// How the server double is linked. The real server is a console program, which the system gives a
+// console host (conhost.exe) as its first child; the windowless build has no such child.
+enum class ServerBuild { Console, Windowless };
+
+// The name a test shows for a server build.
+std::string serverBuildName(ServerBuild build);
+
 class Installation {
     // Held for the installation's whole life, taken before anything else and given back last.
     // Its servers must not be killed by the host tests' stop test, which kills every server of the
@@ -54,7 +61,7 @@ class Installation {
     SettingsFileGuard settings_;
 
 public:
-    Installation();
+    explicit Installation(ServerBuild server = ServerBuild::Console);
     ~Installation();
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;

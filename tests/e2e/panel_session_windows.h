@@ -32,6 +32,8 @@ std::wstring words(const char* id, int language, const char* argument = nullptr)
 
 class PanelSession : public ::testing::Test {
 protected:
+    explicit PanelSession(ServerBuild server = ServerBuild::Console) : installation(server) {}
+
     // Starts the program, waits for its window and for the server to run.
     HWND startPanel(ProgramRun& run);
     // The control of the layout's widget id. The window exists before its controls, so this waits

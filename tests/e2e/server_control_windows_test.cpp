@@ -8,9 +8,33 @@ namespace {
 constexpr int English = 1;
 }
 
-using ServerControl = PanelSession;
+// Start, stop and the watchdog against both builds of the server: a console server has the
+// system's console host among its children, which must never be taken for its worker.
+class ServerControl : public ::testing::WithParamInterface<ServerBuild>, public PanelSession {
+protected:
+    ServerControl() : PanelSession(GetParam()) {}
+};
 
-TEST_F(ServerControl, StopAndRunByTheButtons) {
+INSTANTIATE_TEST_SUITE_P(Server, ServerControl,
+                         ::testing::Values(ServerBuild::Console, ServerBuild::Windowless),
+                         [](const auto& info) { return serverBuildName(info.param); });
+
+// The window comes once the start has seen the worker listen, long before the start's 90 s
+// time-out, and shows the worker's port.
+TEST_P(ServerControl, WindowComesWithTheStatusRunningAndTheWorkersPort) {
+    ProgramRun run;
+    HWND window = run.window(30s);
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000009", English), 10s));
+    const std::wstring port = std::to_wstring(installation.port());
+    EXPECT_TRUE(ui::waitUntil(
+        [&] {
+            return ui::text(control(window, AddressLink)).find(L":" + port) != std::wstring::npos;
+        },
+        10s));
+}
+
+TEST_P(ServerControl, StopAndRunByTheButtons) {
     ProgramRun run;
     HWND window = startPanel(run);
     ASSERT_NE(window, nullptr);
@@ -31,7 +55,7 @@ TEST_F(ServerControl, StopAndRunByTheButtons) {
     EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000009", English)));
 }
 
-TEST_F(ServerControl, TrayMenuStopsAndRunsFromTheSamePlace) {
+TEST_P(ServerControl, TrayMenuStopsAndRunsFromTheSamePlace) {
     ProgramRun run;
     HWND window = startPanel(run);
     ASSERT_NE(window, nullptr);
@@ -55,7 +79,29 @@ TEST_F(ServerControl, TrayMenuStopsAndRunsFromTheSamePlace) {
     EXPECT_TRUE(installation.waitForServer(true));
 }
 
-TEST_F(ServerControl, RightClickOnTheIconWhileHiddenShowsTheMenuOnly) {
+TEST_P(ServerControl, ServerKilledFromOutsideIsStartedAgain) {
+    ProgramRun run;
+    HWND window = startPanel(run);
+    ASSERT_NE(window, nullptr);
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, StopButton)); }));
+    installation.killServer();
+    EXPECT_TRUE(installation.waitForServer(true));
+    EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000009", English)));
+}
+
+TEST_P(ServerControl, QuitEndsThePanelAndLeavesTheServer) {
+    ProgramRun first;
+    HWND window = startPanel(first);
+    ASSERT_NE(window, nullptr);
+    ProgramRun quit(L"--quit");
+    EXPECT_EQ(quit.waitForExit(), std::optional<DWORD>(0));
+    EXPECT_EQ(first.waitForExit(), std::optional<DWORD>(0));
+    EXPECT_TRUE(installation.serverRuns());
+}
+
+using ServerTray = PanelSession;
+
+TEST_F(ServerTray, RightClickOnTheIconWhileHiddenShowsTheMenuOnly) {
     ProgramRun run(L"--silent");
     HWND window = run.window();
     ASSERT_NE(window, nullptr);
@@ -64,14 +110,4 @@ TEST_F(ServerControl, RightClickOnTheIconWhileHiddenShowsTheMenuOnly) {
     ASSERT_NE(menu, nullptr);
     EXPECT_FALSE(ui::isVisible(window));
     ui::dismissPopup(menu);
-}
-
-TEST_F(ServerControl, ServerKilledFromOutsideIsStartedAgain) {
-    ProgramRun run;
-    HWND window = startPanel(run);
-    ASSERT_NE(window, nullptr);
-    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, StopButton)); }));
-    installation.killServer();
-    EXPECT_TRUE(installation.waitForServer(true));
-    EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000009", English)));
 }

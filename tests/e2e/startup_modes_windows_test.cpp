@@ -63,16 +63,6 @@ TEST_F(StartupModes, SecondStartShowsTheFirstWindowAndExitsWithZero) {
     EXPECT_FALSE(ui::waitForMessageBox(second.processId(), 1s).has_value());
 }
 
-TEST_F(StartupModes, QuitEndsTheRunningInstanceAndLeavesTheServer) {
-    ProgramRun first;
-    HWND window = startPanel(first);
-    ASSERT_NE(window, nullptr);
-    ProgramRun quit(L"--quit");
-    EXPECT_EQ(quit.waitForExit(), std::optional<DWORD>(0));
-    EXPECT_EQ(first.waitForExit(), std::optional<DWORD>(0));
-    EXPECT_TRUE(installation.serverRuns());
-}
-
 TEST_F(StartupModes, ExitFromTheTrayMenuEndsTheProgramAndLeavesTheServer) {
     ProgramRun run;
     HWND window = startPanel(run);

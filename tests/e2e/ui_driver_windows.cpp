@@ -1,6 +1,7 @@
 #include "tests/e2e/ui_driver_windows.h"
 
 #include <commctrl.h>
+#include <shellapi.h>
 
 #include <thread>
 
@@ -210,6 +211,36 @@ void trayClick(HWND window, UINT mouseMessage) {
 
 void closeBox(HWND window) {
     PostMessageW(window, WM_CLOSE, 0, 0);
+}
+
+bool pressKey(HWND window, WORD key) {
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof(thread);
+    if (!GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread)) {
+        return false;
+    }
+    postKey(thread.hwndFocus != nullptr ? thread.hwndFocus : window, key);
+    return true;
+}
+
+bool trayIconShown(HWND window) {
+    NOTIFYICONDATAW icon{};
+    icon.cbSize = sizeof(icon);
+    icon.hWnd = window;
+    icon.uID = trayIconId;
+    return Shell_NotifyIconW(NIM_MODIFY, &icon) != FALSE;
+}
+
+void removeTrayIcon(HWND window) {
+    NOTIFYICONDATAW icon{};
+    icon.cbSize = sizeof(icon);
+    icon.hWnd = window;
+    icon.uID = trayIconId;
+    Shell_NotifyIconW(NIM_DELETE, &icon);
+}
+
+void announceTaskbarCreated(HWND window) {
+    SendMessageW(window, RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
 }
 
 std::optional<MessageBoxSeen> waitForMessageBox(DWORD processId,

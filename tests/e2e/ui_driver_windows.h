@@ -57,6 +57,15 @@ std::wstring tabCaption(HWND tabControl, int index);
 void trayClick(HWND window, UINT mouseMessage);
 // Posts WM_CLOSE, as the close box does.
 void closeBox(HWND window);
+// Presses the key on the control that has the focus in the window's thread, as the keyboard's
+// messages reach the program's message loop: down, then up. True when the key went.
+bool pressKey(HWND window, WORD key);
+
+// The shell's side of the tray: whether it shows the window's icon; its loss of the icon, as a
+// restart of the taskbar loses every icon; and the announcement of the new taskbar.
+bool trayIconShown(HWND window);
+void removeTrayIcon(HWND window);
+void announceTaskbarCreated(HWND window);
 
 // A message box of the process: its caption and text, and OK pressed.
 struct MessageBoxSeen {

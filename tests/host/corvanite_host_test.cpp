@@ -16,6 +16,7 @@
 #include "host/detector/processes.h"
 #include "host/detector/tcp_connections.h"
 #include "host/host_facts.h"
+#include "host/host_files.h"
 #include "host/log_level.h"
 #include "host/service_domain.h"
 #include "tests/support/host_model_installation.h"
@@ -116,7 +117,7 @@ TEST_F(HostModel, AddressIsTheWorkersLocalAddress) {
     const ServerStatus status = runningStatus(*host);
     ASSERT_TRUE(status.running);
     const auto connection =
-        detector::connectionOfProcess(detector::childProcessId(readServerPid()));
+        detector::connectionOfProcess(detector::childProcessId(readServerPid(), hostFileName));
     EXPECT_EQ(status.address, detector::ipv4Text(connection.localAddress));
     EXPECT_EQ(host->address, status.address);
 }
@@ -152,9 +153,9 @@ TEST_F(HostModel, PidFileWithoutANumberReadsAsStopped) {
 TEST_F(HostModel, RunningServerWithoutAChildReadsAsStopped) {
     startWithServer();
     const std::uint32_t master = readServerPid();
-    const std::uint32_t worker = detector::childProcessId(master);
+    const std::uint32_t worker = detector::childProcessId(master, hostFileName);
     ASSERT_NE(worker, 0u);
-    ASSERT_EQ(detector::childProcessId(worker), 0u);
+    ASSERT_EQ(detector::childProcessId(worker, hostFileName), 0u);
     std::this_thread::sleep_for(1100ms);
     installation.writeText("nginx.pid", std::to_string(worker) + "\n");
     EXPECT_GT(detector::processUptime(worker), 0u);
@@ -237,7 +238,7 @@ TEST_F(HostModel, RunDeletesAStalePidFileBeforeItLaunches) {
 TEST_F(HostModel, StopEndsTheServerByItself) {
     startWithServer();
     const std::uint32_t master = readServerPid();
-    const std::uint32_t worker = detector::childProcessId(master);
+    const std::uint32_t worker = detector::childProcessId(master, hostFileName);
     host->stopServer();
     EXPECT_FALSE(detector::processExists(master));
     EXPECT_FALSE(detector::processExists(worker));

@@ -101,7 +101,7 @@ std::uint32_t DoubleInstallation::waitForWorker(std::uint32_t master,
     std::uint32_t worker = 0;
     eventually(
         [&] {
-            worker = detector::childProcessId(master);
+            worker = detector::childProcessId(master, exeName_);
             return worker != 0;
         },
         limit);

@@ -133,6 +133,39 @@ TEST(Processes, WithoutCreationTimesEveryProcessNamingTheParentIsAChildInListOrd
     EXPECT_EQ(detector::childProcessIds(processes, 42, timesOf({})), Pids{});
 }
 
+// A console server's first child is the console host; a helper the server started, or a process
+// that inherited the master's old number, may stand before the worker too.
+TEST(Processes, TheWorkerIsTheFirstChildThatRunsTheServersExecutable) {
+    const std::vector<detector::ProcessEntry> processes = {
+        {L"conhost.exe", 41, 40},       {L"services.exe", 56, 40},
+        {L"werfault.exe", 60, 40},      {L"CorvaniteHost.exe", 77, 39},
+        {L"corvanitehost.exe", 80, 40}, {L"CorvaniteHost.exe", 90, 40},
+        {L"CorvaniteHost.exe", 91, 40}};
+    const detector::CreationTimes times =
+        timesOf({{40, 200}, {41, 201}, {56, 100}, {60, 250}, {80, 260}, {90, 300}, {91, 310}});
+    EXPECT_EQ(detector::childProcessNamed(processes, 40, L"CorvaniteHost.exe", times), 90u);
+    EXPECT_EQ(detector::childProcessNamed(processes, 40, L"conhost.exe", times), 41u);
+}
+
+TEST(Processes, AnOlderProcessOfTheServersNameHoldingTheMastersOldNumberIsNoWorker) {
+    const std::vector<detector::ProcessEntry> processes = {{L"conhost.exe", 41, 40},
+                                                           {L"CorvaniteHost.exe", 56, 40}};
+    EXPECT_EQ(detector::childProcessNamed(processes, 40, L"CorvaniteHost.exe",
+                                          timesOf({{40, 200}, {41, 201}, {56, 100}})),
+              0u);
+    EXPECT_EQ(detector::childProcessNamed(processes, 40, L"CorvaniteHost.exe",
+                                          timesOf({{41, 201}, {56, 100}})),
+              56u);
+}
+
+TEST(Processes, AMasterWithOnlyAConsoleHostHasNoWorker) {
+    const std::vector<detector::ProcessEntry> processes = {{L"conhost.exe", 41, 40}};
+    EXPECT_EQ(detector::childProcessNamed(processes, 40, L"CorvaniteHost.exe",
+                                          timesOf({{40, 200}, {41, 201}})),
+              0u);
+    EXPECT_EQ(detector::childProcessNamed({}, 40, L"CorvaniteHost.exe", timesOf({})), 0u);
+}
+
 TEST(Processes, FindProcessWithoutOwnerTestAndPidZeroIsTrueForAnyProcessOfThatName) {
     const LingeringProcess process;
     ASSERT_NE(process.pid, 0u);

@@ -14,6 +14,7 @@
 #include "panel/windows/combobox_imp_windows.h"
 #include "panel/windows/dispatch_failure_windows.h"
 #include "panel/windows/label_imp_windows.h"
+#include "panel/windows/loop_dispatch_windows.h"
 #include "panel/windows/static_colour_windows.h"
 #include "panel/windows/tabpanel_imp_windows.h"
 #include "panel/windows/window_imp_windows.h"
@@ -53,6 +54,24 @@ void pumpMessages(std::chrono::milliseconds span) {
     }
 }
 
+// A key going down on a control of the window, as the message loop receives it.
+void pressKey(HWND focus, WPARAM key) {
+    MSG message{};
+    message.hwnd = focus;
+    message.message = WM_KEYDOWN;
+    message.wParam = key;
+    dispatchLoopMessage(message, nullptr);
+}
+
+// Waits a little for a command's worker thread to have run it as often as expected.
+bool runsReach(const CountingCommand& command, int expected) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (command.runs < expected && std::chrono::steady_clock::now() < end) {
+        pumpMessages(std::chrono::milliseconds(10));
+    }
+    return command.runs == expected;
+}
+
 bool quitPosted() {
     MSG message{};
     return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
@@ -67,6 +86,15 @@ protected:
             std::make_shared<TestWindow>("CVCP-001001", PixelPair{400, 300}, instance, *layout);
         EXPECT_TRUE(window->create());
         return window;
+    }
+    // The Run and Stop buttons (widgets 7 and 8) with counting commands 1 and 2.
+    std::shared_ptr<ButtonImpWindows> addServerButton(TestWindow& window, std::int32_t widget,
+                                                      std::shared_ptr<CountingCommand> command) {
+        auto button =
+            std::make_shared<ButtonImpWindows>(place(0, 30 * widget, "CVCP-000001"), instance,
+                                               window.nativeHandle(), std::move(command));
+        window.addWidget({widget, button});
+        return button;
     }
     std::shared_ptr<TabpanelImpWindows> addTwoTabs(TestWindow& window) {
         auto tabs = std::make_shared<TabpanelImpWindows>(
@@ -299,4 +327,41 @@ TEST(StaticColour, GenerationIsTheVersionNamesNumberAndOtherwiseTen) {
             << row.name;
     }
     EXPECT_EQ(osGenerationOf([]() -> std::string { throw std::runtime_error("no WMI"); }), 10);
+}
+
+TEST_F(NativeWindow, EscHidesTheWindowAndNeitherStopsNorRunsTheServer) {
+    auto window = makeWindow();
+    auto run = std::make_shared<CountingCommand>(1);
+    auto stop = std::make_shared<CountingCommand>(2);
+    auto runButton = addServerButton(*window, 7, run);
+    auto stopButton = addServerButton(*window, 8, stop);
+    EnableWindow(runButton->nativeHandle(), FALSE);
+    window->show();
+    pressKey(stopButton->nativeHandle(), VK_ESCAPE);
+    pumpMessages(std::chrono::milliseconds(300));
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(IsWindow(window->nativeHandle()));
+    EXPECT_EQ(stop->runs, 0);
+    EXPECT_EQ(run->runs, 0);
+    window->destroy();
+}
+
+TEST_F(NativeWindow, EnterPressesOnlyTheFocusedButtonAndNeverADisabledOne) {
+    auto window = makeWindow();
+    auto run = std::make_shared<CountingCommand>(1);
+    auto stop = std::make_shared<CountingCommand>(2);
+    auto runButton = addServerButton(*window, 7, run);
+    auto stopButton = addServerButton(*window, 8, stop);
+    EnableWindow(runButton->nativeHandle(), FALSE);
+    window->show();
+    pressKey(window->nativeHandle(), VK_RETURN);
+    pressKey(runButton->nativeHandle(), VK_RETURN);
+    pumpMessages(std::chrono::milliseconds(300));
+    EXPECT_EQ(run->runs, 0);
+    EXPECT_EQ(stop->runs, 0);
+    pressKey(stopButton->nativeHandle(), VK_RETURN);
+    EXPECT_TRUE(runsReach(*stop, 1));
+    EXPECT_EQ(run->runs, 0);
+    EXPECT_TRUE(window->isVisible());
+    window->destroy();
 }
