@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <set>
@@ -95,13 +96,13 @@ ServerStatus runningStatus(CorvaniteHost& host) {
 
 TEST_F(HostModel, StartBringsTheServerUpOnItsPortWithGrowingUptime) {
     startWithServer();
-    EXPECT_FALSE(host->busy.load());
+    EXPECT_FALSE(host->busy());
     EXPECT_TRUE(isServerRunning());
     std::this_thread::sleep_for(1100ms);
     const ServerStatus first = runningStatus(*host);
     ASSERT_TRUE(first.running);
     EXPECT_EQ(first.port, std::to_string(port));
-    EXPECT_EQ(host->port, std::to_string(port));
+    EXPECT_EQ(host->cachedPort(), std::to_string(port));
     EXPECT_NE(first.time, "-");
     std::this_thread::sleep_for(2100ms);
     const ServerStatus later = host->serverStatus();
@@ -118,7 +119,7 @@ TEST_F(HostModel, AddressIsTheWorkersLocalAddress) {
     const auto connection =
         detector::connectionOfProcess(detector::childProcessId(readServerPid()));
     EXPECT_EQ(status.address, detector::ipv4Text(connection.localAddress));
-    EXPECT_EQ(host->address, status.address);
+    EXPECT_EQ(host->cachedAddress(), status.address);
 }
 
 TEST_F(HostModel, NoPidFileReadsAsStoppedWithoutAMessage) {
@@ -126,8 +127,8 @@ TEST_F(HostModel, NoPidFileReadsAsStoppedWithoutAMessage) {
     host->stopServer();
     ASSERT_FALSE(installation.has("nginx.pid"));
     expectStoppedStatus(host->serverStatus());
-    EXPECT_TRUE(host->address.empty());
-    EXPECT_TRUE(host->port.empty());
+    EXPECT_TRUE(host->cachedAddress().empty());
+    EXPECT_TRUE(host->cachedPort().empty());
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
@@ -165,14 +166,16 @@ TEST_F(HostModel, RunningServerWithoutAChildReadsAsStopped) {
 TEST_F(HostModel, WhileBusyTheStatusIsStoppedAndTheCacheStays) {
     startWithServer();
     ASSERT_TRUE(runningStatus(*host).running);
-    const std::string cachedPort = host->port;
-    const std::string cachedAddress = host->address;
-    host->busy = true;
+    const std::string cachedPort = host->cachedPort();
+    const std::string cachedAddress = host->cachedAddress();
+    ASSERT_TRUE(host->claimOperation());
     expectStoppedStatus(host->serverStatus());
     EXPECT_TRUE(isServerRunning());
-    EXPECT_EQ(host->port, cachedPort);
-    EXPECT_EQ(host->address, cachedAddress);
-    host->busy = false;
+    EXPECT_EQ(host->cachedPort(), cachedPort);
+    EXPECT_EQ(host->cachedAddress(), cachedAddress);
+    // The claimed run: a Run with the server up, which launches nothing and lets the host go.
+    host->startServer();
+    EXPECT_FALSE(host->busy());
     EXPECT_TRUE(host->serverStatus().running);
 }
 
@@ -180,13 +183,50 @@ TEST_F(HostModel, NewPortShowsAfterAStopAndAStartOnAnotherPort) {
     startWithServer();
     ASSERT_EQ(runningStatus(*host).port, std::to_string(port));
     host->stopServer();
-    EXPECT_TRUE(host->port.empty());
+    EXPECT_TRUE(host->cachedPort().empty());
     const std::uint16_t other = hostModelFreePort();
     ASSERT_NE(other, port);
     installation.writeText("conf/nginx.conf", HostModelInstallation::nginxConf(other, "info"));
     host->startServer();
     servers.remember();
     EXPECT_EQ(runningStatus(*host).port, std::to_string(other));
+}
+
+TEST_F(HostModel, RefreshesFromTwoThreadsMeetAStopAndAStartSafely) {
+    startWithServer();
+    std::atomic<bool> done{false};
+    // The timer's refresh and a report's, each on a thread of its own.
+    const auto refresh = [&] {
+        while (!done.load()) {
+            host->serverStatus();
+            std::this_thread::sleep_for(2ms);
+        }
+    };
+    std::thread timer(refresh);
+    std::thread report(refresh);
+    host->stopServer();
+    host->startServer();
+    servers.remember();
+    done.store(true);
+    timer.join();
+    report.join();
+    EXPECT_EQ(runningStatus(*host).port, std::to_string(port));
+}
+
+TEST_F(HostModel, AClaimHoldsTheHostUntilTheClaimedOperationEnds) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    ASSERT_TRUE(host->claimOperation());
+    EXPECT_FALSE(host->claimOperation());
+    expectStoppedStatus(host->serverStatus());
+    host->stopServer();
+    EXPECT_FALSE(host->busy());
+    EXPECT_FALSE(isServerRunning());
+    ASSERT_TRUE(host->claimOperation());
+    host->startServer();
+    servers.remember();
+    EXPECT_FALSE(host->busy());
+    EXPECT_TRUE(runningStatus(*host).running);
 }
 
 TEST_F(HostModel, GetHostMakesOneHostAndStartsTheServer) {
@@ -196,7 +236,7 @@ TEST_F(HostModel, GetHostMakesOneHostAndStartsTheServer) {
     servers.remember();
     EXPECT_EQ(getHost(), first);
     EXPECT_TRUE(isServerRunning());
-    EXPECT_FALSE(first->busy.load());
+    EXPECT_FALSE(first->busy());
 }
 
 // Start and stop.
@@ -208,7 +248,7 @@ TEST_F(HostModel, RunWithTheServerUpLaunchesNothing) {
     host->startServer();
     EXPECT_EQ(readServerPid(), master);
     EXPECT_EQ(servers.runningServerProcesses(), before);
-    EXPECT_FALSE(host->busy.load());
+    EXPECT_FALSE(host->busy());
 }
 
 TEST_F(HostModel, RunWithAPidFileOfAForeignProcessLaunchesTheServer) {
@@ -231,7 +271,7 @@ TEST_F(HostModel, RunDeletesAStalePidFileBeforeItLaunches) {
     installation.remove("CorvaniteHost.exe");
     EXPECT_THROW(host->startServer(), std::runtime_error);
     EXPECT_FALSE(installation.has("nginx.pid"));
-    EXPECT_FALSE(host->busy.load());
+    EXPECT_FALSE(host->busy());
 }
 
 TEST_F(HostModel, StopEndsTheServerByItself) {
@@ -244,7 +284,7 @@ TEST_F(HostModel, StopEndsTheServerByItself) {
     // Only a server that quits by itself removes its pid file; a killed one leaves it behind.
     EXPECT_FALSE(installation.has("nginx.pid"));
     expectStoppedStatus(host->serverStatus());
-    EXPECT_FALSE(host->busy.load());
+    EXPECT_FALSE(host->busy());
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
@@ -293,7 +333,7 @@ TEST_F(HostModel, ServerThatCanNotBeStartedShowsTheStartFailure) {
     EXPECT_EQ(boxes.boxes()[0].caption, L"Corvanite");
     EXPECT_EQ(box(0), L"Failed to run application");
     EXPECT_EQ(boxes.boxes()[0].flags, 0x10010u);
-    EXPECT_FALSE(host->busy.load());
+    EXPECT_FALSE(host->busy());
 }
 
 TEST_F(HostModel, ServerThatCanNotBeStoppedShowsTheStopFailure) {
@@ -337,11 +377,11 @@ TEST_F(HostModel, MissingHostFilesFailTheConstruction) {
 TEST_F(HostModel, ControlServerForgetsTheAddressAndPort) {
     startWithServer();
     ASSERT_TRUE(runningStatus(*host).running);
-    ASSERT_FALSE(host->port.empty());
+    ASSERT_FALSE(host->cachedPort().empty());
     installation.remove("logs");
     EXPECT_THROW(host->controlServer(true), std::runtime_error);
-    EXPECT_TRUE(host->port.empty());
-    EXPECT_TRUE(host->address.empty());
+    EXPECT_TRUE(host->cachedPort().empty());
+    EXPECT_TRUE(host->cachedAddress().empty());
 }
 
 // Log level.
@@ -373,7 +413,7 @@ TEST_F(HostModel, LevelChangeOnARunningServerRewritesTheWordAndRestarts) {
     EXPECT_FALSE(detector::processExists(master));
     EXPECT_NE(readServerPid(), master);
     EXPECT_TRUE(runningStatus(*host).running);
-    EXPECT_FALSE(host->busy.load());
+    EXPECT_FALSE(host->busy());
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
