@@ -36,6 +36,25 @@ class WindowUpdateTest : public testing::Test {
 protected:
     PanelLiveWindow panel;
 
+    // The panel over its server, after the first tick; false when the server didn't come up.
+    bool showsARunningServer() {
+        panel.makeHost();
+        panel.build();
+        if (!panel.waitForServer(true)) {
+            return false;
+        }
+        panel.tick();
+        return true;
+    }
+
+    // The worker's box for a failed start, under the title's raw catalogue id.
+    void expectOneStartupFailureBox() const {
+        ASSERT_EQ(panel.boxes.boxes().size(), 1u);
+        EXPECT_EQ(panel.boxes.boxes()[0].caption, L"CVCP-001001");
+        EXPECT_EQ(panel.boxes.boxes()[0].text,
+                  L"An error occurred during the startup process of Corvanite");
+    }
+
     std::string link() const {
         return "<a>" + ServiceDomain + ":" + std::to_string(panel.port) + "</a>";
     }
@@ -59,10 +78,7 @@ TEST_F(WindowUpdateTest, ATickWritesLinkTooltipTimeAndStatusOfARunningServer) {
 }
 
 TEST_F(WindowUpdateTest, AllTextsAreWrittenAtEveryTick) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     panel.tick();
     int statusWrites = 0;
     for (const std::string& call : panel.widget(3)->calls()) {
@@ -85,10 +101,7 @@ TEST_F(WindowUpdateTest, WhileACommandIsInProgressNeitherRunNorStopIsEnabled) {
 }
 
 TEST_F(WindowUpdateTest, StopPressedByTheUserDisablesBothAndTheWatchdogStaysQuiet) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     ASSERT_TRUE(panel.widget(8)->isEnabled());
     EXPECT_TRUE(panel.window().runCommand(2));
     EXPECT_FALSE(panel.widget(7)->isEnabled());
@@ -108,10 +121,7 @@ TEST_F(WindowUpdateTest, StopPressedByTheUserDisablesBothAndTheWatchdogStaysQuie
 }
 
 TEST_F(WindowUpdateTest, AServerKilledFromOutsideIsStartedAgainOnce) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     const std::uint32_t first = panel.serverPid();
     panel.killServer();
     EXPECT_FALSE(panel.tick());
@@ -129,10 +139,7 @@ TEST_F(WindowUpdateTest, AServerKilledFromOutsideIsStartedAgainOnce) {
 }
 
 TEST_F(WindowUpdateTest, TheWatchdogsRestartIsOneOperationWithRunStopAndLevelDisabled) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     panel.killServer();
     EXPECT_FALSE(panel.tick());
     // Claimed before its thread starts: no refresh meets the restart's first steps.
@@ -150,29 +157,20 @@ TEST_F(WindowUpdateTest, TheWatchdogsRestartIsOneOperationWithRunStopAndLevelDis
 }
 
 TEST_F(WindowUpdateTest, AFailedRestartByTheWatchdogIsShownAndThePanelGoesOn) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     // An installation half way through an upgrade.
     panel.installation.remove("logs");
     panel.killServer();
     EXPECT_FALSE(panel.tick());
     ASSERT_TRUE(panel.waitUntilIdle());
-    ASSERT_EQ(panel.boxes.boxes().size(), 1u);
-    EXPECT_EQ(panel.boxes.boxes()[0].caption, L"CVCP-001001");
-    EXPECT_EQ(panel.boxes.boxes()[0].text,
-              L"An error occurred during the startup process of Corvanite");
+    expectOneStartupFailureBox();
     EXPECT_FALSE(panel.tick());
     EXPECT_TRUE(panel.widget(7)->isEnabled());
     EXPECT_FALSE(panel.widget(8)->isEnabled());
 }
 
 TEST_F(WindowUpdateTest, RefreshesOfTheTimerAndOfAReportMeetTheWatchdogsRestartSafely) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     std::atomic<bool> done{false};
     std::atomic<int> reportRefreshes{0};
     // The report's thread asks for the state as the information report does.
@@ -258,10 +256,7 @@ TEST_F(WindowUpdateTest, AFailedStartOnTheWorkerShowsTheStartupBox) {
     panel.installation.remove("conf/nginx.conf");
     panel.window().runCommand(1);
     ASSERT_TRUE(panel.waitUntilIdle());
-    ASSERT_EQ(panel.boxes.boxes().size(), 1u);
-    EXPECT_EQ(panel.boxes.boxes()[0].caption, L"CVCP-001001");
-    EXPECT_EQ(panel.boxes.boxes()[0].text,
-              L"An error occurred during the startup process of Corvanite");
+    expectOneStartupFailureBox();
     EXPECT_FALSE(commandInProgress.load());
 }
 
