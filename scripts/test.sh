@@ -52,7 +52,7 @@ fuzz_status=$?
 echo "== build tsan"
 tsan_status=1
 if build tsan foundation_tests host_tests diagnostics_tests panel_tests; then
-    echo "== test tsan (tests that start threads)"
+    echo "== test tsan (every test of the suites labelled threads)"
     ctest --preset tsan -j"$jobs" >build/ctest-tsan.log 2>&1
     tsan_status=$?
 else
