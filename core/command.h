@@ -14,6 +14,11 @@ public:
     // Failures pass to the caller.
     virtual void execute() = 0;
 
+    // Before a long-running command starts on a thread of its own: takes what it works on for
+    // that one run, which lets it go; false while another run has it, and this one must not
+    // start. Commands that share nothing always may.
+    virtual bool claim() { return true; }
+
     // The command id of the layout file, also the native id of the control that carries it.
     const std::int32_t id;
 };

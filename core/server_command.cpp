@@ -1,6 +1,7 @@
 #include "core/server_command.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "core/simple_command.h"
 #include "host/corvanite_host.h"
@@ -30,10 +31,31 @@ HostAction actionOf(std::int32_t id) {
     }
 }
 
+// Start, stop and a new log level: one at a time, with the host claimed before their thread
+// starts, so that the refresh keeps away from the start.
+class HostOperationCommand : public SimpleCommand<CorvaniteHost> {
+public:
+    HostOperationCommand(std::int32_t id, CorvaniteHost& host, Action action)
+        : SimpleCommand<CorvaniteHost>(id, host, std::move(action)), host(host) {}
+
+    bool claim() override { return host.claimOperation(); }
+
+private:
+    CorvaniteHost& host;
+};
+
+bool isHostOperation(std::int32_t id) {
+    return id == 1 || id == 2 || id == 9;
+}
+
 } // namespace
 
 std::shared_ptr<Command> makeServerCommand(std::int32_t id) {
     const HostAction action = actionOf(id);
-    return std::make_shared<SimpleCommand<CorvaniteHost>>(
-        id, *getHost(), [action](CorvaniteHost& host) { (host.*action)(); });
+    CorvaniteHost& host = *getHost();
+    auto run = [action](CorvaniteHost& target) { (target.*action)(); };
+    if (isHostOperation(id)) {
+        return std::make_shared<HostOperationCommand>(id, host, run);
+    }
+    return std::make_shared<SimpleCommand<CorvaniteHost>>(id, host, run);
 }

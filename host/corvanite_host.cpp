@@ -52,22 +52,6 @@ public:
     std::uint8_t kind;
 };
 
-// Holds `busy` for the length of an operation, exceptions included. Its release pairs with the
-// refresh's acquire, so that a refresh after the operation sees the address and port the worker
-// cleared.
-class BusyGuard {
-public:
-    explicit BusyGuard(std::atomic<bool>& flag) : flag(flag) {
-        flag.store(true, std::memory_order_relaxed);
-    }
-    ~BusyGuard() { flag.store(false, std::memory_order_release); }
-    BusyGuard(const BusyGuard&) = delete;
-    BusyGuard& operator=(const BusyGuard&) = delete;
-
-private:
-    std::atomic<bool>& flag;
-};
-
 // The master process holds no connection of interest: the port belongs to its worker, the first
 // child that runs the server's own executable. Raises detector::ConnectionNotFound while the worker
 // isn't there or doesn't listen yet.
@@ -97,6 +81,31 @@ std::function<bool()> serverReachedCheck(bool expected) {
 
 } // namespace
 
+// Runs only when it takes the host: free, or claimed for it by whoever started it. Its release
+// pairs with the refresh's acquire, so that a refresh after the operation sees its changes.
+class CorvaniteHost::Operation {
+public:
+    explicit Operation(std::atomic<OperationState>& state) : state(state) {
+        OperationState expected = claimed;
+        owns = state.compare_exchange_strong(expected, running, std::memory_order_acq_rel);
+        expected = idle;
+        owns = owns || state.compare_exchange_strong(expected, running, std::memory_order_acq_rel);
+    }
+    ~Operation() {
+        if (owns) {
+            state.store(idle, std::memory_order_release);
+        }
+    }
+    Operation(const Operation&) = delete;
+    Operation& operator=(const Operation&) = delete;
+
+    // False when another operation holds the host: this one does nothing.
+    bool owns = false;
+
+private:
+    std::atomic<OperationState>& state;
+};
+
 CorvaniteHost::CorvaniteHost() {
     startServer();
 }
@@ -109,9 +118,37 @@ std::shared_ptr<CorvaniteHost> getHost() {
     return host;
 }
 
+bool CorvaniteHost::claimOperation() {
+    OperationState expected = idle;
+    return operation.compare_exchange_strong(expected, claimed, std::memory_order_acq_rel);
+}
+
+bool CorvaniteHost::busy() const {
+    return operation.load(std::memory_order_acquire) != idle;
+}
+
+std::string CorvaniteHost::cachedAddress() const {
+    const std::lock_guard<std::mutex> lock(cacheLock);
+    return address;
+}
+
+std::string CorvaniteHost::cachedPort() const {
+    const std::lock_guard<std::mutex> lock(cacheLock);
+    return port;
+}
+
+void CorvaniteHost::forgetConnection() {
+    const std::lock_guard<std::mutex> lock(cacheLock);
+    address.clear();
+    port.clear();
+}
+
 ServerStatus CorvaniteHost::serverStatus() {
     ServerStatus status;
-    if (busy.load(std::memory_order_acquire)) {
+    // Taken before busy is read: an operation that begins meanwhile clears the cache only after
+    // this refresh is done with it.
+    const std::lock_guard<std::mutex> lock(cacheLock);
+    if (busy()) {
         return status;
     }
     std::uint32_t pid = 0;
@@ -145,7 +182,10 @@ ServerStatus CorvaniteHost::serverStatus() {
 }
 
 void CorvaniteHost::startServer() {
-    const BusyGuard guard(busy);
+    const Operation held(operation);
+    if (!held.owns) {
+        return;
+    }
     bool running = false;
     try {
         running = detector::findProcess(hostFileName, true, readServerPid());
@@ -162,33 +202,35 @@ void CorvaniteHost::startServer() {
 }
 
 void CorvaniteHost::stopServer() {
-    const BusyGuard guard(busy);
-    if (isServerRunning()) {
+    const Operation held(operation);
+    if (held.owns && isServerRunning()) {
         controlServer(true);
     }
 }
 
 void CorvaniteHost::applyLogLevel() {
-    const int result = NginxConfig().writeLevel();
+    int result = NginxConfig::Unchanged;
+    {
+        // Held from the read of nginx.conf on: two level changes at once would write it together.
+        const Operation held(operation);
+        if (!held.owns) {
+            return;
+        }
+        result = NginxConfig().writeLevel();
+        // A stopped server stays stopped: the new level counts from its next start.
+        if (result == NginxConfig::Written && isServerRunning()) {
+            controlServer(true);
+            controlServer(false);
+        }
+    }
+    // Told once the host is free again, so that the status shows the truth meanwhile.
     if (result == NginxConfig::Refused) {
         showMessageBox(caption, panelMessages.text("CVCP-006101"), 0);
-        return;
-    }
-    if (result != NginxConfig::Written) {
-        return;
-    }
-    // A stopped server stays stopped: the new level counts from its next start.
-    const BusyGuard guard(busy);
-    if (isServerRunning()) {
-        controlServer(true);
-        controlServer(false);
     }
 }
 
 void CorvaniteHost::controlServer(bool stop) {
-    // The server may come back on another port.
-    address.clear();
-    port.clear();
+    forgetConnection();
     if (!checkInstallation()) {
         throw std::runtime_error(panelMessages.format("CVCP-006018", productWord));
     }

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 
 // The state of the server as one refresh found it; "-" stands for every value not known.
@@ -47,13 +48,36 @@ public:
     void collectInformation();
     void reportProblem();
 
+    // Takes the host for one start, stop or level change that is about to begin on a thread of
+    // its own, before that thread starts; false while another one has it. The operation itself
+    // lets it go when it ends. One called without a claim takes the host for itself, and one
+    // that finds the host taken by another does nothing.
+    bool claimOperation();
+    // True from a claim, or the start of an operation, to that operation's end: the refresh then
+    // reports stopped without looking.
+    bool busy() const;
+
+    // The cached address and port of the server's connection; empty when not known.
+    std::string cachedAddress() const;
+    std::string cachedPort() const;
+
+private:
+    // One start, stop or level change holding the host, from its beginning to its end.
+    class Operation;
+    enum OperationState : std::uint8_t { idle, claimed, running };
+
+    // Empties the cache: the server may come back on another port.
+    void forgetConnection();
+
+    // Guards address and port: a refresh runs wholly before or after the changes of a start or
+    // stop, and two refreshes (the timer's and a report's) don't meet. Never held across a wait.
+    mutable std::mutex cacheLock;
     // Local address of the server's connection, dotted decimal; empty when not known.
     std::string address;
     // Local port of the server's connection, decimal; empty when not known.
     std::string port;
-    // True while a start, stop or restart is under way: the refresh then reports stopped without
-    // looking, and keeps away from the two texts that the worker clears.
-    std::atomic<bool> busy{true};
+    // The object is made claimed: the constructor's start is its first operation.
+    std::atomic<OperationState> operation{claimed};
 };
 
 // The host of this process, made (and the server started) at the first call, which comes on the

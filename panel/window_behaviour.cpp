@@ -83,22 +83,19 @@ bool WindowImp::update() {
         menu_->update();
     }
     // Stop still enabled means that the server ran at the last tick with nothing in progress:
-    // it went down by itself. Stop is disabled below, so a server that stays down is tried once.
+    // it went down by itself. The restart is a Run like any other, one operation among the
+    // others, and Stop is disabled below, so a server that stays down is tried once.
     if (!status.running && widget(stopButton)->isEnabled()) {
-        startWatchdog();
+        runOnWorker(runCommandId);
     }
     widget(runButton)->setEnabled(!busy() && !status.running);
     widget(stopButton)->setEnabled(!busy() && status.running);
+    widget(logLevelBox)->setEnabled(!busy());
     if (menu_) {
         menu_->enableItem(runCommandId, !busy());
         menu_->enableItem(stopCommandId, !busy());
     }
     return status.running;
-}
-
-void WindowImp::startWatchdog() {
-    // The thread shares the host, which lives to the process's end; the tick doesn't wait.
-    std::thread([host = getHost()] { host->startServer(); }).detach();
 }
 
 void WindowImp::updateTexts() {
@@ -128,13 +125,33 @@ bool WindowImp::runCommand(std::int32_t id) {
 }
 
 void WindowImp::runOnWorker(std::int32_t id) {
-    commandInProgress.store(true, std::memory_order_relaxed);
+    // One long-running command at a time, whoever asks: a second one meanwhile is dropped.
+    bool idle = false;
+    if (!commandInProgress.compare_exchange_strong(idle, true)) {
+        return;
+    }
+    if (!claimCarrier(id)) {
+        commandInProgress.store(false);
+        return;
+    }
     widget(runButton)->setEnabled(false);
     widget(stopButton)->setEnabled(false);
+    widget(logLevelBox)->setEnabled(false);
     if (menu_) {
         menu_->enableItem(id, false);
     }
     std::thread([window = shared_from_this(), id] { window->finishOnWorker(id); }).detach();
+}
+
+bool WindowImp::claimCarrier(std::int32_t id) const {
+    std::shared_ptr<Command> command;
+    try {
+        command = widget(carrierOf(id))->command();
+    } catch (const std::logic_error&) {
+        // No carrier: the worker meets the same failure and tells it.
+        return true;
+    }
+    return !command || command->claim();
 }
 
 void WindowImp::finishOnWorker(std::int32_t id) {

@@ -63,8 +63,9 @@ public:
     // the menu. False when nothing ran it.
     virtual bool runCommand(std::int32_t id);
 
-    // Starts a long-running command on a detached thread, with Run and Stop disabled meanwhile.
-    // A failure there is shown in a box that names the action.
+    // Starts a long-running command on a detached thread, with Run, Stop and the log level box
+    // disabled meanwhile; nothing while another one runs. A failure there is shown in a box that
+    // names the action.
     void runOnWorker(std::int32_t id);
 
     // The events of the user, as the native half gets them:
@@ -97,7 +98,8 @@ protected:
     virtual void setCaption(const std::string& text) = 0;
 
 private:
-    void startWatchdog();
+    // Claims what the command of the widget that carries it works on.
+    bool claimCarrier(std::int32_t id) const;
     void finishOnWorker(std::int32_t id);
 
     const std::string title_;

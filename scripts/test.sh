@@ -84,7 +84,7 @@ build tsan foundation_tests host_tests diagnostics_tests panel_tests
 stage_end $?
 tsan_status=$?
 if [ $tsan_status -eq 0 ]; then
-    stage_begin "test tsan (tests that start threads)"
+    stage_begin "test tsan (every test of the suites labelled threads)"
     ctest --preset tsan -j"$jobs" >build/ctest-tsan.log 2>&1
     stage_end $?
     tsan_status=$?

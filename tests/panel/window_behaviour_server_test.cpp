@@ -1,5 +1,6 @@
 #include "panel/window_imp.h"
 
+#include <atomic>
 #include <chrono>
 #include <fstream>
 #include <stdexcept>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "diagnostics/host_section.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
@@ -17,6 +19,7 @@
 #include "host/service_domain.h"
 #include "panel/command_progress.h"
 #include "panel/tooltip_base.h"
+#include "tests/support/host_double.h"
 #include "tests/support/panel_expect_failure.h"
 #include "tests/support/panel_layout_documents.h"
 #include "tests/support/panel_live_window.h"
@@ -32,6 +35,25 @@ using namespace std::chrono_literals;
 class WindowUpdateTest : public testing::Test {
 protected:
     PanelLiveWindow panel;
+
+    // The panel over its server, after the first tick; false when the server didn't come up.
+    bool showsARunningServer() {
+        panel.makeHost();
+        panel.build();
+        if (!panel.waitForServer(true)) {
+            return false;
+        }
+        panel.tick();
+        return true;
+    }
+
+    // The worker's box for a failed start, under the title's raw catalogue id.
+    void expectOneStartupFailureBox() const {
+        ASSERT_EQ(panel.boxes.boxes().size(), 1u);
+        EXPECT_EQ(panel.boxes.boxes()[0].caption, L"CVCP-001001");
+        EXPECT_EQ(panel.boxes.boxes()[0].text,
+                  L"An error occurred during the startup process of Corvanite");
+    }
 
     std::string link() const {
         return "<a>" + ServiceDomain + ":" + std::to_string(panel.port) + "</a>";
@@ -56,10 +78,7 @@ TEST_F(WindowUpdateTest, ATickWritesLinkTooltipTimeAndStatusOfARunningServer) {
 }
 
 TEST_F(WindowUpdateTest, AllTextsAreWrittenAtEveryTick) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     panel.tick();
     int statusWrites = 0;
     for (const std::string& call : panel.widget(3)->calls()) {
@@ -82,10 +101,7 @@ TEST_F(WindowUpdateTest, WhileACommandIsInProgressNeitherRunNorStopIsEnabled) {
 }
 
 TEST_F(WindowUpdateTest, StopPressedByTheUserDisablesBothAndTheWatchdogStaysQuiet) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     ASSERT_TRUE(panel.widget(8)->isEnabled());
     EXPECT_TRUE(panel.window().runCommand(2));
     EXPECT_FALSE(panel.widget(7)->isEnabled());
@@ -105,10 +121,7 @@ TEST_F(WindowUpdateTest, StopPressedByTheUserDisablesBothAndTheWatchdogStaysQuie
 }
 
 TEST_F(WindowUpdateTest, AServerKilledFromOutsideIsStartedAgainOnce) {
-    panel.makeHost();
-    panel.build();
-    ASSERT_TRUE(panel.waitForServer(true));
-    panel.tick();
+    ASSERT_TRUE(showsARunningServer());
     const std::uint32_t first = panel.serverPid();
     panel.killServer();
     EXPECT_FALSE(panel.tick());
@@ -123,6 +136,62 @@ TEST_F(WindowUpdateTest, AServerKilledFromOutsideIsStartedAgainOnce) {
     }
     EXPECT_EQ(panel.widget(3)->shown(), "Running");
     EXPECT_TRUE(panel.widget(8)->isEnabled());
+}
+
+TEST_F(WindowUpdateTest, TheWatchdogsRestartIsOneOperationWithRunStopAndLevelDisabled) {
+    ASSERT_TRUE(showsARunningServer());
+    panel.killServer();
+    EXPECT_FALSE(panel.tick());
+    // Claimed before its thread starts: no refresh meets the restart's first steps.
+    EXPECT_TRUE(getHost()->busy());
+    EXPECT_FALSE(panel.widget(7)->isEnabled());
+    EXPECT_FALSE(panel.widget(8)->isEnabled());
+    EXPECT_FALSE(panel.widget(13)->isEnabled());
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_TRUE(panel.waitForServer(true));
+    EXPECT_TRUE(panel.tick());
+    EXPECT_FALSE(panel.widget(7)->isEnabled());
+    EXPECT_TRUE(panel.widget(8)->isEnabled());
+    EXPECT_TRUE(panel.widget(13)->isEnabled());
+    EXPECT_TRUE(panel.boxes.boxes().empty());
+}
+
+TEST_F(WindowUpdateTest, AFailedRestartByTheWatchdogIsShownAndThePanelGoesOn) {
+    ASSERT_TRUE(showsARunningServer());
+    // An installation half way through an upgrade.
+    panel.installation.remove("logs");
+    panel.killServer();
+    EXPECT_FALSE(panel.tick());
+    ASSERT_TRUE(panel.waitUntilIdle());
+    expectOneStartupFailureBox();
+    EXPECT_FALSE(panel.tick());
+    EXPECT_TRUE(panel.widget(7)->isEnabled());
+    EXPECT_FALSE(panel.widget(8)->isEnabled());
+}
+
+TEST_F(WindowUpdateTest, RefreshesOfTheTimerAndOfAReportMeetTheWatchdogsRestartSafely) {
+    ASSERT_TRUE(showsARunningServer());
+    std::atomic<bool> done{false};
+    std::atomic<int> reportRefreshes{0};
+    // The report's thread asks for the state as the information report does.
+    std::thread report([&] {
+        const HostSources sources = systemHostSources();
+        while (!done.load()) {
+            sources.status();
+            ++reportRefreshes;
+            std::this_thread::sleep_for(2ms);
+        }
+    });
+    panel.killServer();
+    // The timer's ticks, the first of which starts the watchdog, until the server is back.
+    const bool back = eventually([&] { return panel.tick() && !commandInProgress.load(); },
+                                 std::chrono::seconds(60));
+    done.store(true);
+    report.join();
+    EXPECT_TRUE(back);
+    EXPECT_GT(reportRefreshes.load(), 0);
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_EQ(panel.widget(2)->shown(), link());
 }
 
 TEST_F(WindowUpdateTest, AServerNotRunningAtStartIsStartedByTheFirstTick) {
@@ -187,10 +256,7 @@ TEST_F(WindowUpdateTest, AFailedStartOnTheWorkerShowsTheStartupBox) {
     panel.installation.remove("conf/nginx.conf");
     panel.window().runCommand(1);
     ASSERT_TRUE(panel.waitUntilIdle());
-    ASSERT_EQ(panel.boxes.boxes().size(), 1u);
-    EXPECT_EQ(panel.boxes.boxes()[0].caption, L"CVCP-001001");
-    EXPECT_EQ(panel.boxes.boxes()[0].text,
-              L"An error occurred during the startup process of Corvanite");
+    expectOneStartupFailureBox();
     EXPECT_FALSE(commandInProgress.load());
 }
 

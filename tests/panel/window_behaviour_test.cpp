@@ -139,7 +139,7 @@ protected:
 
 // Long-running commands.
 
-TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunAndStopDisabledAtOnce) {
+TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunStopAndLevelDisabledAtOnce) {
     for (std::int32_t id : {1, 2, 9}) {
         window = std::make_shared<RecordingWindow>("CVCP-001001", PixelPair{460, 360});
         const auto held = std::make_shared<HeldCommand>(id);
@@ -149,6 +149,7 @@ TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunAndStopDisabledA
         EXPECT_TRUE(commandInProgress.load());
         EXPECT_FALSE(window->widget(7)->isEnabled());
         EXPECT_FALSE(window->widget(8)->isEnabled());
+        EXPECT_FALSE(window->widget(13)->isEnabled());
         EXPECT_NE(held->thread, std::this_thread::get_id());
         EXPECT_EQ(window->recordedMenu()->calls().back(),
                   "enableItem " + std::to_string(id) + " 0");
@@ -212,6 +213,11 @@ TEST_F(WindowBehaviourTest, AWindowWithoutTheCarrierWidgetShowsTheFailureBox) {
         ButtonRecord{8, 2, shows("CVCP-000002", 0), std::make_shared<CountingCommand>(2)});
     window->addButton(
         ButtonRecord{7, 1, shows("CVCP-000001", 0), std::make_shared<CountingCommand>(1)});
+    window->addCombobox(ComboboxRecord{13,
+                                       9,
+                                       shows("CVCP-005201", 1),
+                                       {"CVCP-005201", "CVCP-005202", "CVCP-005203"},
+                                       std::make_shared<CountingCommand>(9)});
     window->runOnWorker(5);
     EXPECT_TRUE(waitUntilIdle());
     ASSERT_EQ(boxes.boxes().size(), 1u);
@@ -317,17 +323,58 @@ TEST_F(WindowBehaviourTest, ALogLevelBoxWithoutSelectionStoresNoLevel) {
     EXPECT_EQ(selectedLogLevel.load(), 255);
 }
 
-TEST_F(WindowBehaviourTest, ASecondLogLevelChoiceWhileTheFirstRunsStartsASecondWorker) {
-    const auto apply =
-        std::make_shared<CountingCommand>(9, [] { std::this_thread::sleep_for(300ms); });
+TEST_F(WindowBehaviourTest, ASecondLogLevelChoiceWhileTheFirstRunsIsDropped) {
+    const auto apply = std::make_shared<HeldCommand>(9);
     build(std::make_shared<CountingCommand>(1), std::make_shared<CountingCommand>(2), apply);
+    std::future<void> started = apply->started.get_future();
     window->changeLogLevel(1);
+    started.wait();
+    EXPECT_FALSE(window->widget(13)->isEnabled());
     window->changeLogLevel(2);
-    EXPECT_EQ(selectedLogLevel.load(), 2);
-    for (int i = 0; i < 200 && apply->runs < 2; ++i) {
-        std::this_thread::sleep_for(25ms);
-    }
-    EXPECT_EQ(apply->runs, 2);
+    apply->released.set_value();
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(apply->runs, 1);
+}
+
+TEST_F(WindowBehaviourTest, WhileOneLongRunningCommandRunsTheOthersAreDropped) {
+    const auto run = std::make_shared<CountingCommand>(1);
+    const auto stop = std::make_shared<HeldCommand>(2);
+    const auto apply = std::make_shared<CountingCommand>(9);
+    build(run, stop, apply);
+    std::future<void> started = stop->started.get_future();
+    EXPECT_TRUE(window->runCommand(2));
+    started.wait();
+    EXPECT_FALSE(window->widget(13)->isEnabled());
+    EXPECT_TRUE(window->runCommand(1));
+    EXPECT_TRUE(window->runCommand(9));
+    window->runOnWorker(2);
+    stop->released.set_value();
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(stop->runs, 1);
+    EXPECT_EQ(run->runs, 0);
+    EXPECT_EQ(apply->runs, 0);
+}
+
+// A command whose target another run has taken.
+class RefusingCommand : public CountingCommand {
+public:
+    using CountingCommand::CountingCommand;
+    bool claim() override { return false; }
+};
+
+TEST_F(WindowBehaviourTest, ACommandWhoseTargetIsTakenDoesNotStart) {
+    const auto run = std::make_shared<RefusingCommand>(1);
+    const auto stop = std::make_shared<CountingCommand>(2);
+    build(run, stop, std::make_shared<CountingCommand>(9));
+    EXPECT_TRUE(window->runCommand(1));
+    EXPECT_FALSE(commandInProgress.load());
+    EXPECT_TRUE(window->widget(7)->isEnabled());
+    EXPECT_TRUE(window->widget(13)->isEnabled());
+    // The panel is free for the next one.
+    window->runCommand(2);
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(stop->runs, 1);
+    EXPECT_EQ(run->runs, 0);
 }
 
 // Tabs.

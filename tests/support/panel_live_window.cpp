@@ -62,7 +62,7 @@ void PanelLiveWindow::settleHost() {
     int idleChecks = 0;
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(120);
     while (idleChecks < 10 && std::chrono::steady_clock::now() < end) {
-        idleChecks = getHost()->busy.load() ? 0 : idleChecks + 1;
+        idleChecks = getHost()->busy() ? 0 : idleChecks + 1;
         std::this_thread::sleep_for(50ms);
     }
 }
