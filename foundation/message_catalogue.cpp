@@ -23,23 +23,47 @@ MessageTable column(std::span<const MessageRow> rows, const char* MessageRow::*w
 
 } // namespace
 
+namespace {
+
+// Whether searching the text again after each replacement would never end: the argument holds its
+// own placeholder, or it begins with the placeholder's digit twice and ends with two percent signs,
+// so that a copy standing behind a percent sign builds the placeholder again, once at its start
+// and once more at its end each time round.
+bool rebuildsPlaceholder(std::string_view argument, std::string_view placeholder) {
+    const char digit = placeholder.back();
+    return argument.find(placeholder) != std::string_view::npos ||
+           (argument.starts_with(std::string{digit, digit}) && argument.ends_with("%%"));
+}
+
+// Replaces every occurrence of the placeholder, including those that a replacement forms with
+// the text around it. The text before a replaced place holds none, so each search goes on from
+// the character in front of the argument just inserted; behind it, when the argument could build
+// its placeholder without end, so the inserted words are never searched for it again.
+void replaceAll(std::string& result, std::string_view placeholder, std::string_view argument) {
+    const bool skipInserted = rebuildsPlaceholder(argument, placeholder);
+    std::size_t from = 0;
+    while (!result.empty()) {
+        const std::size_t at = result.find(placeholder, from);
+        if (at == std::string::npos) {
+            return;
+        }
+        result.replace(at, placeholder.size(), argument);
+        const std::size_t next = skipInserted ? at + argument.size() : at;
+        from = next == 0 ? 0 : next - 1;
+    }
+}
+
+} // namespace
+
 std::string substitutePlaceholders(std::string_view pattern, const char* a1, const char* a2,
                                    const char* a3, const char* a4, const char* a5) {
     std::string result(pattern);
     const char* const arguments[] = {a1, a2, a3, a4, a5};
     for (int i = 1; i <= 5; ++i) {
-        const char* argument = arguments[i - 1];
-        if (argument == nullptr) {
-            continue;
-        }
-        const std::string placeholder{'%', static_cast<char>('0' + i)};
-        // Searching from the start each time lets an argument carry a later placeholder.
-        while (!result.empty()) {
-            const std::size_t at = result.find(placeholder);
-            if (at == std::string::npos) {
-                break;
-            }
-            result.replace(at, placeholder.size(), argument);
+        if (arguments[i - 1] != nullptr) {
+            // An argument carrying a later placeholder gets it replaced on that one's pass.
+            const std::string placeholder{'%', static_cast<char>('0' + i)};
+            replaceAll(result, placeholder, arguments[i - 1]);
         }
     }
     return result;

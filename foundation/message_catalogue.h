@@ -14,7 +14,9 @@ using MessageTable = std::map<std::string, std::string>;
 using MessageTables = std::map<int, MessageTable>;
 
 // Replaces %1 to %5 by the arguments, in rising order. A null argument leaves its placeholder
-// as it stands; an empty one removes it. Each replacement searches again from the start.
+// as it stands; an empty one removes it. After each replacement the search goes on, finding also
+// a placeholder that the argument forms with the text around it, but never one inside an argument
+// that would otherwise be replaced without end.
 std::string substitutePlaceholders(std::string_view pattern, const char* a1 = nullptr,
                                    const char* a2 = nullptr, const char* a3 = nullptr,
                                    const char* a4 = nullptr, const char* a5 = nullptr);

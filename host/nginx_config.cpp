@@ -26,6 +26,7 @@ void NginxConfig::load(int retries) {
     try {
         const std::vector<std::uint8_t> bytes = filesys::readFile(path, 0, 0);
         text.assign(bytes.begin(), bytes.end());
+        read = true;
         split();
     } catch (const filesys::ReadFileError&) {
         if (retries <= 0) {
@@ -42,6 +43,12 @@ void NginxConfig::split() {
     const std::size_t b = text.find(' ', a + directive.size());
     const std::size_t c = text.find(' ', b + 1);
     const std::size_t d = text.find(';', c + 1);
+    if (d == std::string::npos) {
+        before.clear();
+        after.clear();
+        level.reset();
+        return;
+    }
     before = text.substr(0, c + 1);
     after = text.substr(d);
     level = text.substr(c + 1, d - (c + 1));
@@ -54,6 +61,9 @@ std::string NginxConfig::currentLevel() const {
 int NginxConfig::writeLevel() {
     const std::uint8_t index = selectedLogLevel.load(std::memory_order_relaxed);
     if (index >= LogLevelTable.size()) {
+        return Refused;
+    }
+    if (read && !level) {
         return Refused;
     }
     const std::string& word = LogLevelTable[index].word;

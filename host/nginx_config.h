@@ -17,16 +17,19 @@ public:
     // server or an editor may hold it for a moment. Never throws for an unreadable file.
     NginxConfig();
 
-    // The level word of the file, or an empty text when the file couldn't be read.
+    // The level word of the file, or an empty text when the file couldn't be read or holds no
+    // level.
     std::string currentLevel() const;
 
     // Puts the word of `selectedLogLevel` in place of the level, keeping every other byte.
-    // Refused when no valid level is selected or the file can't be written.
+    // Refused when no valid level is selected, the file can't be written, or it was read but has no
+    // ";" behind the place of the level: where the word would go can't be told there.
     int writeLevel();
 
     // Splits `text` around its level. Searches that find nothing give the all-ones position, and
     // positions are added to as std::string arithmetic does: a missing "error_log" makes the
-    // search for the blanks start at position 8.
+    // search for the blanks start at position 8. Without a ";" behind the place of the level the
+    // file has no level, and `before` and `after` stay empty.
     void split();
 
     std::string path;
@@ -36,6 +39,8 @@ public:
     // `text` from the ";" behind the level to the end.
     std::string after;
     std::optional<std::string> level;
+    // Whether the file could be read; an unreadable one is written with the bare word.
+    bool read = false;
 
 private:
     void load(int retries);

@@ -1,13 +1,17 @@
 #include "panel/app_data_manager.h"
 
 #include <exception>
+#include <iterator>
 #include <memory>
+#include <sstream>
+#include <stdexcept>
 #include <utility>
 
 #include "foundation/exceptions.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/host_facts.h"
+#include "panel/layout_depth.h"
 #include "panel/layout_numbers.h"
 #include "panel/layout_stream.h"
 #include "panel/text_resolution.h"
@@ -77,8 +81,14 @@ std::vector<Record> readWidgets(const json& widgets, const char* key, Reader rea
     return records;
 }
 
+// Copying and freeing a document recurse over its depth, so a file nested far deeper than any
+// layout is refused before it becomes one.
 json parseDocument(const std::string& path) {
-    std::ifstream stream = openLayoutStream(path);
+    std::ifstream file = openLayoutStream(path);
+    std::istringstream stream(std::string(std::istreambuf_iterator<char>(file), {}));
+    if (layoutDepth(stream.view()) > maxLayoutDepth) {
+        throw std::length_error("layout nested too deeply");
+    }
     json document;
     stream >> document;
     return document;

@@ -159,3 +159,27 @@ TEST(SubstitutePlaceholders, PercentSignHasNoEscape) {
 TEST(SubstitutePlaceholders, ReplacementEmptyingTheTextStops) {
     EXPECT_EQ(substitutePlaceholders("%1", "", "b"), "");
 }
+
+// An argument holding its own placeholder is inserted as it stands: the words just inserted are
+// not searched for that placeholder again.
+TEST(SubstitutePlaceholders, ArgumentHoldingItsOwnPlaceholderIsInsertedOnce) {
+    EXPECT_EQ(substitutePlaceholders("%1", "%1"), "%1");
+    EXPECT_EQ(substitutePlaceholders("a%1b%1c", "<%1>"), "a<%1>b<%1>c");
+    EXPECT_EQ(substitutePlaceholders("%3 and %3", "x", "y", "%3%3"), "%3%3 and %3%3");
+    // Its later placeholders are still replaced on their passes.
+    EXPECT_EQ(substitutePlaceholders("%1", "%1%2", "y"), "%1y");
+}
+
+// "11%%" behind a percent sign forms %1 at its start and, copied there, once more at its end.
+TEST(SubstitutePlaceholders, ArgumentRebuildingItsPlaceholderWithTheTextAroundIsInsertedOnce) {
+    EXPECT_EQ(substitutePlaceholders("%%1", "11%%"), "%11%%");
+    EXPECT_EQ(substitutePlaceholders("%%1%1", "11%%"), "%11%%11%%");
+}
+
+// A placeholder formed by an argument with the text around it is replaced as well.
+TEST(SubstitutePlaceholders, PlaceholderFormedWithTheTextAroundIsReplaced) {
+    EXPECT_EQ(substitutePlaceholders("%%1", "1"), "1");
+    EXPECT_EQ(substitutePlaceholders("%11", "%"), "%");
+    EXPECT_EQ(substitutePlaceholders("%1%1", "1%"), "11%%");
+    EXPECT_EQ(substitutePlaceholders("%%%1", "x"), "%%x");
+}

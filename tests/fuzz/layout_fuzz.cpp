@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -35,15 +36,20 @@ nlohmann::json documentOf(const std::uint8_t* data, std::size_t size) {
     return document;
 }
 
-bool namesServerState(const nlohmann::json& value) {
-    if (value.is_string()) {
-        const auto& text = value.get_ref<const std::string&>();
-        return text == "time" || text == "address" || text == "status";
-    }
-    if (value.is_structured()) {
-        for (const nlohmann::json& element : value) {
-            if (namesServerState(element)) {
+// Walks the document with a list of its own, since a hostile one may nest deeper than the stack.
+bool namesServerState(const nlohmann::json& document) {
+    std::vector<const nlohmann::json*> pending{&document};
+    while (!pending.empty()) {
+        const nlohmann::json& value = *pending.back();
+        pending.pop_back();
+        if (value.is_string()) {
+            const auto& text = value.get_ref<const std::string&>();
+            if (text == "time" || text == "address" || text == "status") {
                 return true;
+            }
+        } else if (value.is_structured()) {
+            for (const nlohmann::json& element : value) {
+                pending.push_back(&element);
             }
         }
     }

@@ -445,6 +445,19 @@ TEST_F(HostModel, NoLevelSelectedShowsTheConfigurationFailure) {
     EXPECT_EQ(readServerPid(), master);
 }
 
+TEST_F(HostModel, LevelChangeOnAFileWithoutSemicolonShowsTheConfigurationFailure) {
+    startWithServer("info");
+    host->stopServer();
+    // What an unreadable file was written as.
+    installation.writeText("conf/nginx.conf", "info");
+    setSelectedLogLevel(2);
+    host->applyLogLevel();
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(box(0), L"Can not open the nginx config-file");
+    EXPECT_EQ(installation.readText("conf/nginx.conf"), "info");
+    EXPECT_FALSE(isServerRunning());
+}
+
 // Logs folder and service page.
 
 TEST_F(HostModel, OpenServicePageOfAStoppedServerEndsInColonDash) {

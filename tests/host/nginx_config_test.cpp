@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -169,7 +168,35 @@ TEST_F(NginxConfigTest, WithoutErrorLogTheSearchStartsAtPositionEight) {
     EXPECT_EQ(config.after, ";rest");
 }
 
-TEST_F(NginxConfigTest, WithoutSemicolonTheSplitFails) {
-    writeConf("error_log logs/error.log info\n");
-    EXPECT_THROW(NginxConfig(), std::out_of_range);
+// Files with no ";" behind the place of the level, the bare word among them, which is what an
+// unreadable file was written as.
+const char* const filesWithoutLevel[] = {
+    "",
+    "info",
+    "error_log logs/error.log info",
+    "error_log logs/error.log info\n",
+    "worker_processes 1;\nerror_log logs/error.log debug\nevents {}\n",
+    "error_log",
+    "error_log ",
+    "error_log logs/error.log",
+    "abcdefgh ij kl",
+};
+
+TEST_F(NginxConfigTest, WithoutSemicolonTheFileHasNoLevel) {
+    for (const char* file : filesWithoutLevel) {
+        writeConf(file);
+        const NginxConfig config;
+        EXPECT_EQ(config.text, file);
+        EXPECT_FALSE(config.level.has_value()) << '"' << file << '"';
+        EXPECT_EQ(config.currentLevel(), "") << '"' << file << '"';
+    }
+}
+
+TEST_F(NginxConfigTest, WithoutSemicolonTheLevelIsNotWritten) {
+    setSelectedLogLevel(2);
+    for (const char* file : filesWithoutLevel) {
+        writeConf(file);
+        EXPECT_EQ(NginxConfig().writeLevel(), NginxConfig::Refused) << '"' << file << '"';
+        EXPECT_EQ(readConf(), file);
+    }
 }

@@ -166,6 +166,42 @@ TEST_F(AppDataManagerTest, AFolderWithLettersOutsideCodePage1251IsNotFound) {
                                   dataFailure);
 }
 
+// The small layout whose window holds arrays nested so that the whole document is `depth` deep.
+// The window is the last member of the dump and is copied when the file is read.
+std::string layoutOfDepth(std::size_t depth) {
+    const std::string text = smallLayoutDocument().dump();
+    const std::size_t arrays = depth - 2;
+    return text.substr(0, text.size() - 2) + ",\"deep\":" + std::string(arrays, '[') +
+           std::string(arrays, ']') + "}}";
+}
+
+TEST_F(AppDataManagerTest, SixtyFourLevelsAreRead) {
+    const std::string path = writeLayoutFile(folder, layoutOfDepth(64));
+    EXPECT_EQ(utils::AppDataManager(path, DisplayScale{}).window().title, "CVCP-001001");
+}
+
+TEST_F(AppDataManagerTest, SixtyFiveLevelsFailWithTheDataInitialisingMessage) {
+    const std::string path = writeLayoutFile(folder, layoutOfDepth(65));
+    expectFailure<BasicException>([&] { utils::AppDataManager layout(path, DisplayScale{}); },
+                                  dataFailure);
+}
+
+TEST_F(AppDataManagerTest, TwentyThousandLevelsFailWithTheDataInitialisingMessage) {
+    for (const std::string& bytes :
+         {layoutOfDepth(20000), std::string(20000, '['), std::string(20000, '{') + "}"}) {
+        const std::string path = writeLayoutFile(folder, bytes);
+        expectFailure<BasicException>([&] { utils::AppDataManager layout(path, DisplayScale{}); },
+                                      dataFailure);
+    }
+}
+
+// Brackets in texts are words, not nesting.
+TEST_F(AppDataManagerTest, BracketsInsideTextsDoNotCount) {
+    json document = smallLayoutDocument();
+    document["note"] = std::string(100, '[') + "\"\\" + std::string(100, '{');
+    EXPECT_EQ(load(document).window().title, "CVCP-001001");
+}
+
 TEST_F(AppDataManagerTest, OnlyTheThreeSectionsCountAndUnknownKeysAreIgnored) {
     json document = smallLayoutDocument();
     document["version"] = 7;

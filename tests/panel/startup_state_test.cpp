@@ -44,6 +44,13 @@ TEST_F(StartupStateTest, ALevelThatFitsNoEntryOrNoFileSelectsTheFirst) {
     EXPECT_EQ(startupSelection(13), 0);
 }
 
+TEST_F(StartupStateTest, AFileWithoutSemicolonSelectsTheFirst) {
+    for (const char* file : {"", "debug", "error_log logs/error.log debug\n"}) {
+        installation.writeText("conf/nginx.conf", file);
+        EXPECT_EQ(startupSelection(13), 0) << '"' << file << '"';
+    }
+}
+
 TEST_F(StartupStateTest, OtherComboBoxesSelectTheirFirstEntry) {
     installation.writeText("conf/nginx.conf", "error_log logs/error.log debug;\n");
     EXPECT_EQ(startupSelection(21), 0);
