@@ -52,6 +52,18 @@ std::int32_t carrierOf(std::int32_t id) {
     }
 }
 
+// The log-level box goes with Run and Stop while a server operation runs; a layout without one
+// still runs the server.
+void enableIfPresent(const WindowImp& window, std::int32_t id, bool enabled) {
+    std::shared_ptr<WidgetImp> found;
+    try {
+        found = window.widget(id);
+    } catch (const std::logic_error&) {
+        return;
+    }
+    found->setEnabled(enabled);
+}
+
 // The action's word in the failure box; none for an action without one.
 std::string actionWord(std::int32_t id) {
     switch (id) {
@@ -90,7 +102,7 @@ bool WindowImp::update() {
     }
     widget(runButton)->setEnabled(!busy() && !status.running);
     widget(stopButton)->setEnabled(!busy() && status.running);
-    widget(logLevelBox)->setEnabled(!busy());
+    enableIfPresent(*this, logLevelBox, !busy());
     if (menu_) {
         menu_->enableItem(runCommandId, !busy());
         menu_->enableItem(stopCommandId, !busy());
@@ -136,7 +148,7 @@ void WindowImp::runOnWorker(std::int32_t id) {
     }
     widget(runButton)->setEnabled(false);
     widget(stopButton)->setEnabled(false);
-    widget(logLevelBox)->setEnabled(false);
+    enableIfPresent(*this, logLevelBox, false);
     if (menu_) {
         menu_->enableItem(id, false);
     }
