@@ -290,7 +290,8 @@ void LayoutChecker::checkWidget(const json& element, const Section& section,
             checkCatalogueId(*value, path + "/text");
         }
     }
-    facts.tabIndex = attempt(path + "/tabIndex", [&] { return lenientNumber(element.at("tabIndex")); });
+    facts.tabIndex =
+        attempt(path + "/tabIndex", [&] { return lenientNumber(element.at("tabIndex")); });
     if (section.listKey != nullptr) {
         checkList(facts, element, section.listKey);
     }
@@ -300,8 +301,7 @@ void LayoutChecker::checkWidget(const json& element, const Section& section,
 void LayoutChecker::checkCommand(WidgetFacts& facts, const json& element) {
     const std::string path = facts.path + "/commandId";
     facts.commandId = attempt(path, [&] { return identifierNumber(element.at("commandId")); });
-    if (facts.commandId &&
-        !acceptedCommand(*facts.commandId, facts.kind == WidgetKind::Combobox)) {
+    if (facts.commandId && !acceptedCommand(*facts.commandId, facts.kind == WidgetKind::Combobox)) {
         report(path, "command id " + std::to_string(*facts.commandId) +
                          " is refused: the window can't be built");
     }
@@ -355,9 +355,8 @@ void LayoutChecker::checkRequiredWidget(const RequiredWidget& required) {
                "the " + name + " must carry command id " + std::to_string(required.commandId));
     }
     if (required.entries != 0 && found->entries != required.entries) {
-        report(found->path + "/" + expected.listKey, "the " + name + " needs " +
-                                                         std::to_string(required.entries) +
-                                                         " entries");
+        report(found->path + "/" + expected.listKey,
+               "the " + name + " needs " + std::to_string(required.entries) + " entries");
     }
 }
 
@@ -425,9 +424,9 @@ void LayoutChecker::checkPlaces(std::optional<PixelPair> clientSize) {
         }
         if (clientSize && (area->left < 0 || area->top < 0 || area->right > clientSize->first ||
                            area->bottom > clientSize->second)) {
-            report(facts.path + "/disposition",
-                   "leaves the window, whose client area is " + std::to_string(clientSize->first) +
-                       " by " + std::to_string(clientSize->second));
+            report(facts.path + "/disposition", "leaves the window, whose client area is " +
+                                                    std::to_string(clientSize->first) + " by " +
+                                                    std::to_string(clientSize->second));
         }
         if (facts.kind == WidgetKind::Tabpanel) {
             continue;
