@@ -25,6 +25,9 @@ constexpr std::int32_t frameWidth = 16;
 constexpr std::int32_t frameHeight = 39;
 // A closed drop-down list shows one line; the layout's height is that of the open list.
 constexpr std::int32_t closedComboboxHeight = 24;
+// The page of a tab panel lies inside its frame, below the row of tab captions.
+constexpr std::int32_t tabFrame = 4;
+constexpr std::int32_t tabCaptionHeight = 26;
 constexpr const char* windowClassName = "CVHControlPanel";
 
 struct Section {
@@ -99,6 +102,15 @@ std::string typeProblem(const char* expected, const json& value) {
     return std::string("type must be ") + expected + ", but is " + value.type_name();
 }
 
+struct Area {
+    std::int32_t left, top, right, bottom;
+};
+
+bool inside(const Area& inner, const Area& outer) {
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
 // What the checks learn of one widget; a value the file gets wrong stays empty.
 struct WidgetFacts {
     std::string path;
@@ -148,6 +160,8 @@ private:
     void checkUniqueIds();
     void checkTabs();
     void checkPlaces(std::optional<PixelPair> clientSize);
+    const WidgetFacts* tabPanel() const;
+    void checkOnPage(const WidgetFacts& facts, const Area& area);
 
     std::vector<LayoutProblem> problems;
     std::vector<WidgetFacts> widgets;
@@ -372,12 +386,17 @@ void LayoutChecker::checkUniqueIds() {
     }
 }
 
-// A widget on a tab that the tab panel hasn't is never shown.
-void LayoutChecker::checkTabs() {
+const WidgetFacts* LayoutChecker::tabPanel() const {
     const auto panel = std::find_if(widgets.begin(), widgets.end(), [](const WidgetFacts& each) {
         return each.id == 9 && each.kind == WidgetKind::Tabpanel;
     });
-    if (panel == widgets.end()) {
+    return panel == widgets.end() ? nullptr : &*panel;
+}
+
+// A widget on a tab that the tab panel hasn't is never shown.
+void LayoutChecker::checkTabs() {
+    const WidgetFacts* panel = tabPanel();
+    if (panel == nullptr) {
         return;
     }
     const auto tabs = static_cast<std::int32_t>(panel->entries);
@@ -389,10 +408,6 @@ void LayoutChecker::checkTabs() {
         }
     }
 }
-
-struct Area {
-    std::int32_t left, top, right, bottom;
-};
 
 std::optional<Area> areaOf(const WidgetFacts& facts) {
     if (!facts.position || !facts.size || !facts.tabIndex) {
@@ -422,8 +437,7 @@ void LayoutChecker::checkPlaces(std::optional<PixelPair> clientSize) {
         if (!area) {
             continue;
         }
-        if (clientSize && (area->left < 0 || area->top < 0 || area->right > clientSize->first ||
-                           area->bottom > clientSize->second)) {
+        if (clientSize && !inside(*area, Area{0, 0, clientSize->first, clientSize->second})) {
             report(facts.path + "/disposition", "leaves the window, whose client area is " +
                                                     std::to_string(clientSize->first) + " by " +
                                                     std::to_string(clientSize->second));
@@ -431,6 +445,7 @@ void LayoutChecker::checkPlaces(std::optional<PixelPair> clientSize) {
         if (facts.kind == WidgetKind::Tabpanel) {
             continue;
         }
+        checkOnPage(facts, *area);
         for (std::size_t earlier = 0; earlier < index; ++earlier) {
             const WidgetFacts& other = widgets[earlier];
             const auto otherArea = areaOf(other);
@@ -438,6 +453,21 @@ void LayoutChecker::checkPlaces(std::optional<PixelPair> clientSize) {
                 overlap(*area, *otherArea)) {
                 report(facts.path + "/disposition", "overlaps " + other.path);
             }
+        }
+    }
+}
+
+// A widget of one tab lies on the page of the tab panel.
+void LayoutChecker::checkOnPage(const WidgetFacts& facts, const Area& area) {
+    const WidgetFacts* panel = tabPanel();
+    if (*facts.tabIndex == -1 || panel == nullptr) {
+        return;
+    }
+    if (const auto frame = areaOf(*panel)) {
+        const Area page{frame->left + tabFrame, frame->top + tabCaptionHeight,
+                        frame->right - tabFrame, frame->bottom - tabFrame};
+        if (!inside(area, page)) {
+            report(facts.path + "/disposition", "leaves the page of " + panel->path);
         }
     }
 }

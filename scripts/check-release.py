@@ -31,7 +31,10 @@ def load_import_check():
 
 
 def resource_versions(program: bytes) -> tuple[str, str]:
+    # The signature may stand in the code too; the resource's is followed by structure version 1.0.
     start = program.find(FIXED_INFO_SIGNATURE)
+    while start >= 0 and struct.unpack_from("<I", program, start + 4)[0] != 0x00010000:
+        start = program.find(FIXED_INFO_SIGNATURE, start + 1)
     if start < 0:
         return ("none", "none")
     file_ms, file_ls, product_ms, product_ls = struct.unpack_from("<4I", program, start + 8)

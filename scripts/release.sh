@@ -6,9 +6,6 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=$root/build/release
 
-if [ -n "$(git -C "$root" status --porcelain 2>/dev/null)" ]; then
-    echo "release.sh: the working tree has uncommitted changes; the archive holds them" >&2
-fi
 rm -rf "$build"
 cmake --preset win32 -B "$build" >/dev/null
 cmake --build "$build" -j "${CORVANITE_JOBS:-2}" --target package
