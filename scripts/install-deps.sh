@@ -9,7 +9,7 @@ packages=(
     g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix
     g++-mingw-w64-i686-posix gcc-mingw-w64-i686-posix
     binutils-mingw-w64-x86-64 binutils-mingw-w64-i686 libz-mingw-w64-dev
-    wine64 xvfb xauth xdotool imagemagick python3 unzip clang-format ccache
+    wine64 xvfb xauth xdotool imagemagick python3 python3-jsonschema unzip clang-format ccache
     clang libclang-rt-14-dev
 )
 
