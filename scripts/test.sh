@@ -60,6 +60,11 @@ stage_begin "shipped program: imports"
 python3 scripts/check-imports.py build/win32
 stage_end $? || { stage_summary; exit 1; }
 
+stage_begin "shipped program: release archive"
+cmake --build --preset win32 -j"$jobs" --target package >build/package-win32.log 2>&1 &&
+    python3 scripts/check-release.py build/win32/CVHControlPanel-*-win32.zip
+stage_end $? || { stage_summary; exit 1; }
+
 stage_begin "test linux"
 # Twice as many tests as cores: the longest native tests sleep through a server's time-outs.
 ctest --preset linux -j$((jobs * 2)) >build/ctest-linux.log 2>&1
