@@ -110,6 +110,26 @@ void endProcess(DWORD id) {
     }
 }
 
+// The console hosts that the system gave the installation's servers and left behind when a test
+// killed a server in the middle of a start or stop: their parent is gone and, under Wine, they stay
+// and keep the test runner's output open. Only hosts made during the installation's life go.
+void endOrphanedConsoleHosts(std::uint64_t since) {
+    const std::vector<detector::ProcessEntry> all = detector::listProcesses();
+    for (const detector::ProcessEntry& entry : all) {
+        if (_wcsicmp(entry.exeName.c_str(), L"conhost.exe") != 0) {
+            continue;
+        }
+        const std::optional<std::uint64_t> created =
+            detector::native::processCreationTime(entry.pid);
+        const bool parentAlive = std::any_of(all.begin(), all.end(), [&](const auto& other) {
+            return other.pid == entry.parentPid;
+        });
+        if (created && *created >= since && !parentAlive) {
+            endProcess(entry.pid);
+        }
+    }
+}
+
 } // namespace
 
 void endProcessTree(DWORD root) {
@@ -184,6 +204,9 @@ Installation::Installation(ServerBuild server)
 
 Installation::~Installation() {
     killServer();
+    if (const auto since = detector::native::processCreationTime(GetCurrentProcessId())) {
+        endOrphanedConsoleHosts(*since);
+    }
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
 }
@@ -242,7 +265,7 @@ bool Installation::waitForServer(bool running, std::chrono::milliseconds timeout
 
 void Installation::killServer() const {
     for (DWORD id : serverProcesses()) {
-        endProcess(id);
+        endProcessTree(id);
     }
 }
 

@@ -16,6 +16,7 @@ TEST_F(LogLevelChoice, RewritesTheLevelInNginxConfAndRestartsTheServer) {
     HWND window = startPanel(run);
     ASSERT_NE(window, nullptr);
     const auto before = installation.serverProcesses();
+    const std::string masterBefore = installation.readFile(L"nginx.pid");
     ui::chooseComboEntry(control(window, LogLevelBox), 2);
     EXPECT_TRUE(ui::waitUntil([&] {
         return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log debug;") !=
@@ -25,6 +26,12 @@ TEST_F(LogLevelChoice, RewritesTheLevelInNginxConfAndRestartsTheServer) {
         const auto now = installation.serverProcesses();
         return !now.empty() && now != before;
     }));
+    // The restart ends with a new master that runs, shown as such.
+    EXPECT_TRUE(ui::waitUntil([&] {
+        const std::string master = installation.readFile(L"nginx.pid");
+        return !master.empty() && master != masterBefore;
+    }));
+    EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000009", 1)));
 }
 
 TEST_F(LogLevelChoice, WhileTheServerIsStoppedTheLevelIsStoredAllTheSame) {
