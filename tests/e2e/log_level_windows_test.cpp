@@ -42,6 +42,8 @@ TEST_F(LogLevelChoice, WhileTheServerIsStoppedTheLevelIsStoredAllTheSame) {
     ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(stop); }));
     ui::click(stop);
     ASSERT_TRUE(installation.waitForServer(false));
+    // The box is disabled while the stop runs, as Run and Stop are.
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, LogLevelBox)); }));
     ui::chooseComboEntry(control(window, LogLevelBox), 0);
     EXPECT_TRUE(ui::waitUntil([&] {
         return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log error;") !=
