@@ -87,14 +87,25 @@ protected:
         EXPECT_TRUE(window->create());
         return window;
     }
-    // The Run and Stop buttons (widgets 7 and 8) with counting commands 1 and 2.
-    std::shared_ptr<ButtonImpWindows> addServerButton(TestWindow& window, std::int32_t widget,
-                                                      std::shared_ptr<CountingCommand> command) {
-        auto button =
-            std::make_shared<ButtonImpWindows>(place(0, 30 * widget, "CVCP-000001"), instance,
-                                               window.nativeHandle(), std::move(command));
-        window.addWidget({widget, button});
-        return button;
+    // The Run and Stop buttons (widgets 7 and 8) with counting commands 1 and 2, as they stand
+    // while the server runs: Run disabled. The window is shown.
+    struct ServerButtons {
+        std::shared_ptr<CountingCommand> run = std::make_shared<CountingCommand>(1);
+        std::shared_ptr<CountingCommand> stop = std::make_shared<CountingCommand>(2);
+        std::shared_ptr<ButtonImpWindows> runButton;
+        std::shared_ptr<ButtonImpWindows> stopButton;
+    };
+    ServerButtons addServerButtons(TestWindow& window) {
+        ServerButtons buttons;
+        buttons.runButton = std::make_shared<ButtonImpWindows>(
+            place(0, 210, "CVCP-000001"), instance, window.nativeHandle(), buttons.run);
+        buttons.stopButton = std::make_shared<ButtonImpWindows>(
+            place(0, 240, "CVCP-000001"), instance, window.nativeHandle(), buttons.stop);
+        window.addWidget({7, buttons.runButton});
+        window.addWidget({8, buttons.stopButton});
+        EnableWindow(buttons.runButton->nativeHandle(), FALSE);
+        window.show();
+        return buttons;
     }
     std::shared_ptr<TabpanelImpWindows> addTwoTabs(TestWindow& window) {
         auto tabs = std::make_shared<TabpanelImpWindows>(
@@ -330,12 +341,8 @@ TEST(StaticColour, GenerationIsTheVersionNamesNumberAndOtherwiseTen) {
 
 TEST_F(NativeWindow, EscHidesTheWindowAndNeitherStopsNorRunsTheServer) {
     auto window = makeWindow();
-    auto run = std::make_shared<CountingCommand>(1);
-    auto stop = std::make_shared<CountingCommand>(2);
-    auto runButton = addServerButton(*window, 7, run);
-    auto stopButton = addServerButton(*window, 8, stop);
-    EnableWindow(runButton->nativeHandle(), FALSE);
-    window->show();
+    const ServerButtons buttons = addServerButtons(*window);
+    const auto& [run, stop, runButton, stopButton] = buttons;
     pressKey(stopButton->nativeHandle(), VK_ESCAPE);
     pumpMessages(std::chrono::milliseconds(300));
     EXPECT_FALSE(window->isVisible());
@@ -347,12 +354,8 @@ TEST_F(NativeWindow, EscHidesTheWindowAndNeitherStopsNorRunsTheServer) {
 
 TEST_F(NativeWindow, EnterPressesOnlyTheFocusedButtonAndNeverADisabledOne) {
     auto window = makeWindow();
-    auto run = std::make_shared<CountingCommand>(1);
-    auto stop = std::make_shared<CountingCommand>(2);
-    auto runButton = addServerButton(*window, 7, run);
-    auto stopButton = addServerButton(*window, 8, stop);
-    EnableWindow(runButton->nativeHandle(), FALSE);
-    window->show();
+    const ServerButtons buttons = addServerButtons(*window);
+    const auto& [run, stop, runButton, stopButton] = buttons;
     pressKey(window->nativeHandle(), VK_RETURN);
     pressKey(runButton->nativeHandle(), VK_RETURN);
     pumpMessages(std::chrono::milliseconds(300));
