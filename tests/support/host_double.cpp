@@ -138,4 +138,11 @@ void DoubleInstallation::endProcesses() {
         }
         return pids.empty();
     });
+    // A console double has a console host for a child. Under Wine the host of a killed double can
+    // stay, holding the test runner's output open; it goes with the double.
+    for (const detector::ProcessEntry& entry : detector::listProcesses()) {
+        if (entry.exeName == L"conhost.exe" && known_.count(entry.parentPid) != 0) {
+            detector::native::terminateProcess(entry.pid);
+        }
+    }
 }

@@ -23,6 +23,9 @@ struct LingeringProcess {
         eventually([this] { return pidsNamed(name()).size() == 1; });
         const std::vector<std::uint32_t> pids = pidsNamed(name());
         pid = pids.size() == 1 ? pids.front() : 0;
+        if (pid != 0) {
+            installation.remember(pid);
+        }
     }
     const std::string& name() const { return installation.exeName(); }
     bool alive() const { return detector::processExists(pid); }
