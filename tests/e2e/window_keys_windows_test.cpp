@@ -16,6 +16,8 @@ TEST_F(WindowKeys, EscAndEnterOnTheOpenWindowLeaveTheServerWithItsPid) {
     ProgramRun run;
     HWND window = startPanel(run);
     ASSERT_NE(window, nullptr);
+    // The keys go to the open window: it is shown once the program enters its message loop.
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isVisible(window); }));
     ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, StopButton)); }));
     const std::vector<DWORD> server = installation.serverProcesses();
 
