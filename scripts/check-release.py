@@ -7,13 +7,14 @@ archive, where there is one, matches it.
 usage: check-release.py <archive>
 """
 import hashlib
-import importlib.util
 import pathlib
 import re
+import runpy
 import struct
 import subprocess
 import sys
 import tempfile
+import types
 import zipfile
 
 CONTENTS = {"CVHControlPanel.exe", "CVHControlPanel.json", "README.txt"}
@@ -23,11 +24,9 @@ FIXED_INFO_SIGNATURE = struct.pack("<I", 0xFEEF04BD)
 
 
 def load_import_check():
+    # The import check is a script of its own; its functions are taken from it, not copied.
     path = pathlib.Path(__file__).with_name("check-imports.py")
-    spec = importlib.util.spec_from_file_location("check_imports", path)
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
-    return module
+    return types.SimpleNamespace(**runpy.run_path(str(path)))
 
 
 def resource_versions(program: bytes) -> tuple[str, str]:
