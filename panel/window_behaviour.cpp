@@ -3,7 +3,6 @@
 #include <exception>
 #include <stdexcept>
 #include <string>
-#include <thread>
 
 #include "core/message_box.h"
 #include "foundation/language.h"
@@ -14,6 +13,7 @@
 #include "host/log_level.h"
 #include "panel/command_progress.h"
 #include "panel/tooltip_base.h"
+#include "panel/worker_thread.h"
 
 // The widgets that the program addresses by the ids of the layout file.
 namespace {
@@ -152,7 +152,7 @@ void WindowImp::runOnWorker(std::int32_t id) {
     if (menu_) {
         menu_->enableItem(id, false);
     }
-    std::thread([window = shared_from_this(), id] { window->finishOnWorker(id); }).detach();
+    runOnWorkerThread([window = shared_from_this(), id] { window->finishOnWorker(id); });
 }
 
 bool WindowImp::claimCarrier(std::int32_t id) const {

@@ -63,7 +63,7 @@ public:
     // the menu. False when nothing ran it.
     virtual bool runCommand(std::int32_t id);
 
-    // Starts a long-running command on a detached thread, with Run, Stop and the log level box
+    // Starts a long-running command on the worker thread, with Run, Stop and the log level box
     // disabled meanwhile; nothing while another one runs. A failure there is shown in a box that
     // names the action.
     void runOnWorker(std::int32_t id);

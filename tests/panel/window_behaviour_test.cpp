@@ -188,6 +188,19 @@ TEST_F(WindowBehaviourTest, AFailureOnTheWorkerIsShownWithTheActionAndTheRawTitl
     }
 }
 
+// Operations that end one right after another, as Stop then Run pressed quickly: each one ends
+// and tells its failure, however close the previous one ended.
+TEST_F(WindowBehaviourTest, ManyFailingOperationsInARowEachShowTheirBoxAndLeaveTheWorkerIdle) {
+    build(std::make_shared<CountingCommand>(1, [] { throw std::runtime_error("x"); }),
+          std::make_shared<CountingCommand>(2, [] { throw std::runtime_error("x"); }),
+          std::make_shared<CountingCommand>(9));
+    for (int round = 0; round < 300; ++round) {
+        window->runCommand(1 + round % 2);
+        ASSERT_TRUE(waitUntilIdle()) << round;
+        ASSERT_EQ(boxes.boxes().size(), static_cast<std::size_t>(round + 1));
+    }
+}
+
 TEST_F(WindowBehaviourTest, AnyThrownValueOnTheWorkerEndsInTheBoxAndClearsTheFlag) {
     build(std::make_shared<CountingCommand>(1, [] { throw 42; }),
           std::make_shared<CountingCommand>(2), std::make_shared<CountingCommand>(9));
