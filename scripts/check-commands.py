@@ -7,6 +7,7 @@ one installed) fails the check.
 
     python3 scripts/check-commands.py [ROOT]
 """
+import functools
 import glob
 import os
 import re
@@ -171,6 +172,18 @@ def installed_closure(packages):
     return closure
 
 
+@functools.lru_cache(maxsize=None)
+def owners():
+    """Every installed file and the package it came from, as dpkg records them."""
+    index = {}
+    for listing in glob.glob("/var/lib/dpkg/info/*.list"):
+        package = os.path.basename(listing)[:-len(".list")].split(":")[0]
+        with open(listing, encoding="utf-8", errors="replace") as paths:
+            for path in paths:
+                index.setdefault(path.rstrip("\n"), package)
+    return index
+
+
 def owner_of(path):
     candidates = [path, os.path.realpath(path)]
     for candidate in list(candidates):
@@ -178,12 +191,12 @@ def owner_of(path):
             if candidate.startswith(merged):
                 candidates.append(split + candidate[len(merged):])
     for candidate in candidates:
-        result = subprocess.run(["dpkg", "-S", candidate], capture_output=True, text=True)
-        if result.returncode == 0:
-            return result.stdout.split(":")[0].split(",")[0].strip()
+        if candidate in owners():
+            return owners()[candidate]
     return None
 
 
+@functools.lru_cache(maxsize=None)
 def is_basic(package):
     result = subprocess.run(["dpkg-query", "-W", "-f=${Essential} ${Priority}", package],
                             capture_output=True, text=True)

@@ -1,21 +1,32 @@
 #!/usr/bin/env bash
-# Runs every test: installs what is missing, builds the linux, win64 and win32 presets, runs ctest
-# natively and under Wine (with a virtual display for the windows), runs each fuzz target for 30 s
-# (as many at once as there are cores) and the tests that start threads under ThreadSanitizer, and
-# ends with the summaries.
+# Runs every test: installs what is missing, checks the scripts' commands, builds the linux, win64,
+# win32, fuzz and tsan presets, then runs two chains side by side, which wait on different things
+# (the Wine tests on Wine, the native ones mostly on the server's time-outs):
+#   - every test under Wine, with a virtual display for the windows;
+#   - the native tests, the fuzz targets (the kept corpus, then a few seconds of search each) and
+#     the tests labelled threads under ThreadSanitizer.
+# Ends with each stage's wall time and the summaries.
+#
+#   bash scripts/test.sh          everything, as CI runs it
+#   bash scripts/test.sh quick    the linux build and the tests labelled fast: the loop to run
+#                                 while working
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
 jobs=$(nproc)
+mode=${1:-all}
 
 bash scripts/install-deps.sh || exit 1
 # ccache keys on paths below the tree's root, so a fresh clone elsewhere reuses what an earlier
 # build of the same sources made.
 export CORVANITE_LAUNCHER=ccache CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
-# Each stage's name, result and wall time, for the summary at the end.
-stages=()
-stage_start=0
+mkdir -p build
+# Each stage's name, result and wall time, one line per stage; the chains write theirs from
+# subshells, so the lines go to a file.
+stages=build/test-stages.txt
+: >"$stages"
+started=$(date +%s)
 stage_begin() {
     stage_name=$1
     stage_start=$(date +%s)
@@ -24,17 +35,14 @@ stage_begin() {
 stage_end() {
     local status=$1 result=passed
     [ "$status" -ne 0 ] && result=FAILED
-    stages+=("$(printf '%-34s %-7s %4d s' "$stage_name" "$result" $(($(date +%s) - stage_start)))")
+    printf '%-40s %-7s %4d s\n' "$stage_name" "$result" $(($(date +%s) - stage_start)) >>"$stages"
     return "$status"
 }
 stage_summary() {
     echo "== stages"
-    printf '%s\n' "${stages[@]}"
+    cat "$stages"
+    printf '%-40s %-7s %4d s\n' "whole run" "" $(($(date +%s) - started))
 }
-
-stage_begin "commands of the scripts"
-python3 scripts/check-commands.py "$root"
-stage_end $? || { stage_summary; exit 1; }
 
 # Configures and builds a preset: everything, or only the targets named after it.
 build() {
@@ -49,7 +57,23 @@ build() {
     return $status
 }
 
-mkdir -p build
+if [ "$mode" = quick ]; then
+    stage_begin "build linux"
+    build linux
+    stage_end $? || { stage_summary; exit 1; }
+    stage_begin "test linux, label fast"
+    # Twice as many tests as cores: the server tests wait on processes more than they compute.
+    ctest --preset linux -L fast -j$((jobs * 2))
+    stage_end $?
+    status=$?
+    stage_summary
+    exit $status
+fi
+
+stage_begin "commands of the scripts"
+python3 scripts/check-commands.py "$root"
+stage_end $? || { stage_summary; exit 1; }
+
 for preset in linux win64 win32; do
     stage_begin "build $preset"
     build "$preset"
@@ -65,48 +89,59 @@ cmake --build --preset win32 -j"$jobs" --target package >build/package-win32.log
     python3 scripts/check-release.py build/win32/CVHControlPanel-*-win32.zip
 stage_end $? || { stage_summary; exit 1; }
 
-stage_begin "test linux"
-# Twice as many tests as cores: the longest native tests sleep through a server's time-outs.
-ctest --preset linux -j$((jobs * 2)) >build/ctest-linux.log 2>&1
-stage_end $?
-linux_status=$?
-
-source scripts/wine-session.sh
-trap wine_session_end EXIT
-wine_session_start "$root/build/win64/wineprefix"
-stage_begin "test win64 (Wine)"
-ctest --preset win64 -j"$jobs" >build/ctest-win64.log 2>&1
-stage_end $?
-win64_status=$?
-
-stage_begin "fuzz (30 s a target)"
-bash scripts/fuzz.sh 30 >build/fuzz.log 2>&1
-stage_end $?
-fuzz_status=$?
-
 stage_begin "build tsan"
 build tsan foundation_tests host_tests diagnostics_tests panel_tests
 stage_end $?
-tsan_status=$?
-if [ $tsan_status -eq 0 ]; then
-    stage_begin "test tsan (every test of the suites labelled threads)"
-    ctest --preset tsan -j"$jobs" >build/ctest-tsan.log 2>&1
+tsan_built=$?
+
+# The Wine chain.
+wine_chain() {
+    source scripts/wine-session.sh
+    trap wine_session_end EXIT
+    wine_session_start "$root/build/win64/wineprefix"
+    stage_begin "test win64 (Wine)"
+    ctest --preset win64 -j"$jobs" >build/ctest-win64.log 2>&1
     stage_end $?
-    tsan_status=$?
-else
-    echo "build of tsan failed" >build/ctest-tsan.log
-fi
+}
+
+# The native chain. The fuzz script builds its preset itself.
+native_chain() {
+    local status=0
+    stage_begin "test linux"
+    # Twice as many tests as cores: the longest native tests sleep through a server's time-outs.
+    ctest --preset linux -j$((jobs * 2)) >build/ctest-linux.log 2>&1
+    stage_end $? || status=1
+    stage_begin "fuzz (corpus, then 5 s a target)"
+    bash scripts/fuzz.sh 5 >build/fuzz.log 2>&1
+    stage_end $? || status=1
+    if [ "$tsan_built" -eq 0 ]; then
+        stage_begin "test tsan (label threads)"
+        ctest --preset tsan -j"$jobs" >build/ctest-tsan.log 2>&1
+        stage_end $? || status=1
+    else
+        echo "build of tsan failed" >build/ctest-tsan.log
+        status=1
+    fi
+    return $status
+}
+
+wine_chain &
+wine_pid=$!
+native_chain
+native_status=$?
+wait "$wine_pid"
+wine_status=$?
 
 stage_summary
 echo "== fuzz summary"
 sed -n '/== fuzz summary/,$p' build/fuzz.log | tail -n +2
-[ $fuzz_status -ne 0 ] && tail -n 60 build/fuzz.log
+grep -q "fuzz.*FAILED" "$stages" && tail -n 60 build/fuzz.log
 for preset in tsan linux win64; do
     echo "== ctest summary: $preset"
     sed -n '/tests passed\|tests failed/,$p' "build/ctest-$preset.log"
 done
-if [ $linux_status -ne 0 ] || [ $win64_status -ne 0 ] || [ $fuzz_status -ne 0 ] || [ $tsan_status -ne 0 ]; then
+if [ $native_status -ne 0 ] || [ $wine_status -ne 0 ] || [ $tsan_built -ne 0 ]; then
     echo "== the test command failed in:"
-    printf '%s\n' "${stages[@]}" | grep FAILED
+    grep FAILED "$stages"
     exit 1
 fi
