@@ -102,8 +102,9 @@ std::optional<ProcessIdentity> ProcessIdentity::hold(std::uint32_t pid) {
     if (process == nullptr) {
         return std::nullopt;
     }
+    // An ended process can still be opened while someone holds a handle to it.
     const std::optional<FILETIME> creation = creationTimeOf(process);
-    if (!creation) {
+    if (!creation || WaitForSingleObject(process, 0) != WAIT_TIMEOUT) {
         CloseHandle(process);
         return std::nullopt;
     }
