@@ -22,19 +22,26 @@ prefix_wineserver() {
     return 1
 }
 
-# Samples a running process over SECONDS: its share of one core, and that of the wineserver, which
-# carries every timer message and window call of a Windows program under Wine.
+# How long a program settles after its start, and how long it is sampled.
+settle_seconds=10
+sample_seconds=30
+
+# Samples over SECONDS a running process (none: the prefix alone, the baseline) and the prefix's
+# wineserver, which carries every timer message and window call of a Windows program under Wine.
 idle_usage() {
     local pid=$1 seconds=$2 server
     server=$(prefix_wineserver)
-    local before server_before after server_after
-    before=$(cpu_seconds "$pid") || return 1
+    local before=0 server_before after=0 server_after peak=0
+    if [ -n "$pid" ]; then
+        before=$(cpu_seconds "$pid") || return 1
+    fi
     server_before=$(cpu_seconds "$server" 2>/dev/null || echo 0)
     sleep "$seconds"
-    after=$(cpu_seconds "$pid") || return 1
+    if [ -n "$pid" ]; then
+        after=$(cpu_seconds "$pid") || return 1
+        peak=$(awk '/^VmHWM:/ {print $2}' "/proc/$pid/status")
+    fi
     server_after=$(cpu_seconds "$server" 2>/dev/null || echo 0)
-    local peak
-    peak=$(awk '/^VmHWM:/ {print $2}' "/proc/$pid/status")
     awk -v b="$before" -v a="$after" -v sb="$server_before" -v sa="$server_after" \
         -v s="$seconds" -v p="$peak" 'BEGIN {
             printf "{\"seconds\": %d, \"cpu_percent\": %.3f, \"wineserver_cpu_percent\": %.3f, ", s, 100 * (a - b) / s, 100 * (sa - sb) / s
@@ -52,27 +59,85 @@ wine_process_pid() {
     return 1
 }
 
+# Waits up to ten seconds for a process to end.
+wait_for_end() {
+    for _ in $(seq 100); do
+        kill -0 "$1" 2>/dev/null || return 0
+        sleep 0.1
+    done
+}
+
 # The panel in one state: started with the given switches in its installation folder, left to settle,
-# measured over 60 s, then asked to quit as a second start with --quit does.
+# measured, then asked to quit as a second start with --quit does.
 measure_panel() {
     local installation=$1 program=$2 state=$3
     shift 3
     (cd "$installation" && setsid "$CORVANITE_WINE" "$program" "$@" </dev/null >/dev/null 2>&1 &)
     local pid usage
     pid=$(wine_process_pid CVHControlPanel.exe) || { echo "{\"state\": \"$state\", \"missing\": \"the panel did not start\"}"; return 0; }
-    sleep 15
-    usage=$(idle_usage "$pid" 60) || usage='{"missing": "the panel ended during the measurement"}'
+    sleep "$settle_seconds"
+    usage=$(idle_usage "$pid" "$sample_seconds") || usage='{"missing": "the panel ended during the measurement"}'
     "$CORVANITE_WINE" "$program" --quit </dev/null >/dev/null 2>&1
-    for _ in $(seq 100); do
-        kill -0 "$pid" 2>/dev/null || break
-        sleep 0.1
-    done
+    wait_for_end "$pid"
     echo "{\"state\": \"$state\", \"usage\": $usage}"
 }
 
+# Wine's own Notepad, the peer: started the same way in the same folder and prefix, measured as
+# the panel is, then ended.
+measure_notepad() {
+    local installation=$1
+    (cd "$installation" && setsid "$CORVANITE_WINE" notepad.exe </dev/null >/dev/null 2>&1 &)
+    local pid usage
+    pid=$(wine_process_pid notepad.exe) || { echo '{"state": "notepad", "missing": "Notepad did not start"}'; return 0; }
+    sleep "$settle_seconds"
+    usage=$(idle_usage "$pid" "$sample_seconds") || usage='{"missing": "Notepad ended during the measurement"}'
+    kill "$pid"
+    wait_for_end "$pid"
+    echo "{\"state\": \"notepad\", \"usage\": $usage}"
+}
+
+# The prefix with the server running and no program of ours: what the wineserver costs anyway.
+measure_baseline() {
+    sleep "$settle_seconds"
+    echo "{\"state\": \"baseline\", \"usage\": $(idle_usage "" "$sample_seconds")}"
+}
+
+# Milliseconds from the start of the panel to its window being visible on the display, then the
+# panel is asked to quit. The title holds "Corvanite" in every language.
+start_to_window() {
+    local installation=$1 program=$2 start now pid
+    start=$(date +%s%N)
+    (cd "$installation" && setsid "$CORVANITE_WINE" "$program" </dev/null >/dev/null 2>&1 &)
+    for _ in $(seq 12000); do
+        xdotool search --onlyvisible --name Corvanite >/dev/null 2>&1 && break
+        sleep 0.005
+    done
+    now=$(date +%s%N)
+    pid=$(wine_process_pid CVHControlPanel.exe)
+    "$CORVANITE_WINE" "$program" --quit </dev/null >/dev/null 2>&1
+    wait_for_end "$pid"
+    echo $(((now - start) / 1000000))
+}
+
+# Starts of the panel, RUNS times: with the server running, and with the server stopped before each
+# start, so that the panel starts it and waits for it. Prints a JSON object of the times in ms.
+measure_starts() {
+    local installation=$1 program=$2 runs=$3 running=() starting=() _
+    for _ in $(seq "$runs"); do
+        running+=("$(start_to_window "$installation" "$program")")
+    done
+    for _ in $(seq "$runs"); do
+        stop_server "$installation" "$CORVANITE_WINE" >/dev/null
+        starting+=("$(start_to_window "$installation" "$program")")
+    done
+    local IFS=,
+    echo "{\"server_running_ms\": [${running[*]}], \"server_starting_ms\": [${starting[*]}]}"
+}
+
 # The shipped program's idle cost with the server running, as the user has it most of the day: in the
-# tray (started with --silent, as at log-on) and with its window open. Starts the server of the
-# installation, which must not run yet, and leaves it running. Prints a JSON list.
+# tray (started with --silent, as at log-on) and with its window open, beside the prefix alone and
+# Wine's Notepad; then its start to a visible window. Starts the server of the installation, which
+# must not run yet, and leaves it running. Prints a JSON list.
 measure_idle() {
     local tree=$1 installation=$2
     local program=$tree/core/CVHControlPanel.exe
@@ -88,8 +153,14 @@ measure_idle() {
         sleep 0.1
     done
     echo "["
+    measure_baseline
+    echo ","
     measure_panel "$installation" "$program" tray --silent
     echo ","
     measure_panel "$installation" "$program" window
+    echo ","
+    measure_notepad "$installation"
+    echo ","
+    echo "{\"state\": \"start\", \"starts\": $(measure_starts "$installation" "$program" 10)}"
     echo "]"
 }

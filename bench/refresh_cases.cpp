@@ -1,19 +1,28 @@
 // The status refresh of every timer tick, against the system calls it cannot do without. With the
-// server's address and port cached, a refresh reads the pid file and takes one process snapshot;
-// with a cold cache it also finds the worker and reads the TCP connection table.
+// server's master held and its address and port cached, a refresh looks at the pid file's stamp and
+// asks the held process whether it still runs; its floor is one question about the master's
+// creation time, and one process snapshot is what it cost before. With a cold cache it also
+// finds the master and the worker in snapshots and reads the TCP connection table.
 
 #include "bench/bench_case.h"
+#include "bench/process_floor.h"
 #include "bench/running_host.h"
 #include "host/corvanite_host.h"
 #include "host/detector/processes.h"
 #include "host/detector/tcp_connections.h"
+#include "host/host_facts.h"
+#include "host/server_master.h"
 
 namespace {
 
+// What a start or stop forgets: the connection and the held master.
 void forgetConnection() {
-    runningHost().address.clear();
-    runningHost().port.clear();
+    runningHost().forgetConnection();
+    forgetServerMaster();
 }
+
+// The master of the running server, read once: the floor asks the system and nothing else.
+std::uint32_t masterPid = 0;
 
 const BenchCaseRegistration warm{{
     .name = "refresh/warm",
@@ -24,6 +33,16 @@ const BenchCaseRegistration warm{{
 const BenchCaseRegistration snapshot{{
     .name = "refresh/snapshot",
     .run = [] { detector::listProcesses(); },
+}};
+
+const BenchCaseRegistration floor{{
+    .name = "refresh/floor",
+    .setup =
+        [] {
+            runningHost();
+            masterPid = readServerPid();
+        },
+    .run = [] { askCreationTime(masterPid); },
 }};
 
 const BenchCaseRegistration cold{{

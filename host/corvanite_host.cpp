@@ -18,6 +18,7 @@
 #include "host/host_facts.h"
 #include "host/host_files.h"
 #include "host/nginx_config.h"
+#include "host/server_master.h"
 #include "host/service_domain.h"
 
 namespace {
@@ -151,14 +152,10 @@ ServerStatus CorvaniteHost::serverStatus() {
     if (busy()) {
         return status;
     }
-    std::uint32_t pid = 0;
-    std::uint64_t seconds = 0;
-    try {
-        pid = readServerPid();
-        seconds = detector::processUptime(pid);
-    } catch (...) {
-        seconds = 0;
-    }
+    // Held from tick to tick: while the server stays up, no snapshot is taken.
+    const ServerMaster master = serverMaster();
+    const std::uint32_t pid = master.pid;
+    const std::uint64_t seconds = master.seconds;
     if (seconds == 0) {
         address.clear();
         port.clear();
@@ -231,6 +228,7 @@ void CorvaniteHost::applyLogLevel() {
 
 void CorvaniteHost::controlServer(bool stop) {
     forgetConnection();
+    forgetServerMaster();
     if (!checkInstallation()) {
         throw std::runtime_error(panelMessages.format("CVCP-006018", productWord));
     }

@@ -16,8 +16,9 @@ struct ServerStatus {
 
 // The control panel's model of the supervised server, "CorvaniteHost.exe" in the installation
 // folder. There is one per process (getHost). Nothing in it remembers that the server runs: every
-// refresh asks the system again, and only the address and port of the server's connection are
-// cached while the server stays up. Destroying it doesn't touch the server.
+// refresh asks the system again, the held master process (host/server_master.h) whether it still
+// runs, and only the address and port of the server's connection are cached while the server
+// stays up. Destroying it doesn't touch the server.
 class CorvaniteHost {
 public:
     // Starts the server unless it runs already, and waits for it for up to 90 seconds. A failure
@@ -57,6 +58,10 @@ public:
     // reports stopped without looking.
     bool busy() const;
 
+    // Empties the cache: the server may come back on another port. Every start or stop begins
+    // with it.
+    void forgetConnection();
+
     // The cached address and port of the server's connection; empty when not known.
     std::string cachedAddress() const;
     std::string cachedPort() const;
@@ -65,9 +70,6 @@ private:
     // One start, stop or level change holding the host, from its beginning to its end.
     class Operation;
     enum OperationState : std::uint8_t { idle, claimed, running };
-
-    // Empties the cache: the server may come back on another port.
-    void forgetConnection();
 
     // Guards address and port: a refresh runs wholly before or after the changes of a start or
     // stop, and two refreshes (the timer's and a report's) don't meet. Never held across a wait.

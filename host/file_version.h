@@ -24,6 +24,9 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 
+// The stamp of a file (UTF-8 path); none when it is missing.
+std::optional<FileStamp> fileStamp(const std::string& path);
+
 // The stamp of the file that readFileVersion reads for a path; none when that file is missing.
 // The version is read again only when the stamp changes, since reading it costs a whole file
 // mapping at every tick of the window.

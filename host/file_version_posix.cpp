@@ -39,8 +39,12 @@ std::optional<FileVersion> readFileVersion(const std::string& path) {
 }
 
 std::optional<FileStamp> fileVersionStamp(const std::string& path) {
+    return fileStamp(path + ".version");
+}
+
+std::optional<FileStamp> fileStamp(const std::string& path) {
     struct stat facts {};
-    if (stat((path + ".version").c_str(), &facts) != 0) {
+    if (stat(path.c_str(), &facts) != 0) {
         return std::nullopt;
     }
     constexpr std::int64_t nanoseconds = 1000000000;

@@ -35,6 +35,10 @@ std::optional<FileVersion> readFileVersion(const std::string& path) {
 }
 
 std::optional<FileStamp> fileVersionStamp(const std::string& path) {
+    return fileStamp(path);
+}
+
+std::optional<FileStamp> fileStamp(const std::string& path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(utf8ToUtf16(path).c_str(), GetFileExInfoStandard, &data)) {
         return std::nullopt;

@@ -8,7 +8,8 @@
 
 // What everybody needs to know about the installed host: where it lies, whether its process is
 // alive by its pid file, the user's language, and the versions of the host file and the addon
-// library. Only the installation path is kept; every other fact is read anew on each call.
+// library. Only the installation path is kept, and the master process that the pid file names
+// (host/server_master.h); every other fact is read anew on each call.
 
 // The installation folder. Taken from the registry's "Path" at the first call, which comes during
 // static initialisation, and kept for the rest of the run; without that value it is the product's
@@ -27,7 +28,8 @@ bool checkInstallation();
 // text without digits, std::out_of_range "stoul argument out of range" for too large a number.
 std::uint32_t readServerPid();
 
-// True when the pid file names a living process, whatever its name. Never raises.
+// True when the pid file names a living process, whatever its name. Never raises. Answered from
+// the held master while the pid file is unchanged and that process runs (serverMaster).
 bool isServerRunning();
 
 // The user's language as the registry's "Language" holds it. A missing value is Russian; an

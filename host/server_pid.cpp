@@ -7,8 +7,8 @@
 
 #include "foundation/filesys.h"
 #include "foundation/text.h"
-#include "host/detector/processes.h"
 #include "host/host_files.h"
+#include "host/server_master.h"
 
 std::uint32_t readServerPid() {
     const std::vector<std::uint8_t> bytes = filesys::readFile(installPathOf(pidFileName), 0, 0);
@@ -22,9 +22,5 @@ std::uint32_t readServerPid() {
 }
 
 bool isServerRunning() {
-    try {
-        return detector::processExists(readServerPid());
-    } catch (...) {
-        return false;
-    }
+    return serverMaster().running;
 }

@@ -19,7 +19,8 @@ public:
     // The platform's: pops the menu up at the mouse; the choice comes back as a command event.
     virtual void popup() = 0;
     // At each tick: keeps Stop in the place of Run while the server runs and Run while it
-    // doesn't, then rewrites the texts.
+    // doesn't, then rewrites the texts. The answer comes from the master that the tick's status
+    // refresh holds (serverMaster), so the choice costs no process snapshot of its own.
     virtual void update();
     // Appends an item and its native entry. An item without a command or with a text that is no
     // catalogue id fails before the menu changes. A second item with an id that exists is

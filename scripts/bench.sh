@@ -11,10 +11,13 @@
 # registry's "Path" names, and the server is stopped again at the end. Cases that
 # scripts/bench.sh reads (bench/*_cases.cpp registers them):
 #   refresh/warm, refresh/snapshot           one status refresh with a warm cache; one process snapshot
+#   refresh/floor                            one question about the master's creation time
 #   refresh/cold, refresh/tcp_table          the same with a cold cache; one TCP table read
 #   zip/big_log, zip/small_logs              packing the 10 MiB log; the 200 small logs (counter zip_bytes)
 #   report/all, report/section/<name>        the information report; each of its sections alone
-# The program's idle CPU use is measured under Wine over 60 s, at the layout's update period.
+# Under Wine: the program's idle CPU use at the layout's update period with the wineserver's work
+# above the prefix's baseline, against Wine's Notepad started the same way in the same run; its peak
+# memory against Notepad's; its start to a visible window (bench/idle_cpu.sh).
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"

@@ -1,13 +1,40 @@
 #include "host/detector/processes.h"
 
 #include <algorithm>
+#include <atomic>
 #include <exception>
 #include <iterator>
+#include <utility>
 
 #include "foundation/text.h"
 #include "host/detector/current_user.h"
 
 namespace detector {
+
+namespace {
+
+std::atomic<std::uint64_t> snapshotsTaken{0};
+
+} // namespace
+
+std::vector<ProcessEntry> listProcesses() {
+    snapshotsTaken.fetch_add(1, std::memory_order_relaxed);
+    return native::processSnapshot();
+}
+
+std::uint64_t snapshotCount() {
+    return snapshotsTaken.load(std::memory_order_relaxed);
+}
+
+ProcessIdentity::ProcessIdentity(ProcessIdentity&& other) noexcept
+    : pid_(other.pid_), handle_(std::exchange(other.handle_, 0)), created_(other.created_) {}
+
+ProcessIdentity& ProcessIdentity::operator=(ProcessIdentity&& other) noexcept {
+    std::swap(pid_, other.pid_);
+    std::swap(handle_, other.handle_);
+    std::swap(created_, other.created_);
+    return *this;
+}
 
 bool processExists(std::uint32_t pid) {
     for (const ProcessEntry& entry : listProcesses()) {

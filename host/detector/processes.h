@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-// The process list as the panel sees it: every question takes a fresh snapshot, nothing is kept.
+// The process list as the panel sees it: every question takes a fresh snapshot, nothing is kept,
+// but for a process held on purpose (ProcessIdentity).
 namespace detector {
 
 // One row of a process snapshot.
@@ -19,6 +20,10 @@ struct ProcessEntry {
 // Every process of the machine in the order of the system's walk.
 // Raises detector::InternalError when the system gives no snapshot.
 std::vector<ProcessEntry> listProcesses();
+
+// How many snapshots listProcesses has taken in this process: what a question costs is counted
+// by it.
+std::uint64_t snapshotCount();
 
 bool processExists(std::uint32_t pid);
 
@@ -56,8 +61,41 @@ void killProcesses(const std::string& name);
 // Whole seconds since the process was created; 0 when it isn't there or can't be asked.
 std::uint64_t processUptime(std::uint32_t pid);
 
+// One process held by what tells it from every other process, so that whether it still runs and
+// since when can be asked again without a snapshot: on Windows an open handle (which also keeps
+// its number from being given out again), elsewhere its pid and start time.
+class ProcessIdentity {
+public:
+    // Holds the process with this pid; no value when it isn't there or can't be opened.
+    static std::optional<ProcessIdentity> hold(std::uint32_t pid);
+    ProcessIdentity(ProcessIdentity&& other) noexcept;
+    ProcessIdentity& operator=(ProcessIdentity&& other) noexcept;
+    ProcessIdentity(const ProcessIdentity&) = delete;
+    ProcessIdentity& operator=(const ProcessIdentity&) = delete;
+    ~ProcessIdentity();
+
+    std::uint32_t pid() const { return pid_; }
+    // True while the very process held runs; once it has ended, never again.
+    bool running() const;
+    // Whole seconds since the process was created, counted as processUptime counts them.
+    std::uint64_t ageSeconds() const;
+
+private:
+    ProcessIdentity(std::uint32_t pid, std::uintptr_t handle, std::uint64_t created)
+        : pid_(pid), handle_(handle), created_(created) {}
+
+    std::uint32_t pid_ = 0;
+    // The system's handle of the process where it has one, as an opaque number; 0 for none.
+    std::uintptr_t handle_ = 0;
+    // The creation time in the system's ticks (native::processCreationTime).
+    std::uint64_t created_ = 0;
+};
+
 // What each system provides beneath the functions above.
 namespace native {
+
+// Every process of the machine, as listProcesses gives it, without counting.
+std::vector<ProcessEntry> processSnapshot();
 
 // Ends the process at once where the system lets us; false when it couldn't be ended.
 bool terminateProcess(std::uint32_t pid);
@@ -67,6 +105,9 @@ std::uint64_t processAgeSeconds(std::uint32_t pid);
 
 // When the process was created, in the system's own ticks; no value when the system doesn't tell.
 std::optional<std::uint64_t> processCreationTime(std::uint32_t pid);
+
+// Whole seconds from a creation time in the system's ticks to now; 0 when the system doesn't tell.
+std::uint64_t secondsSinceCreation(std::uint64_t created);
 
 } // namespace native
 

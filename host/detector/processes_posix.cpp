@@ -40,18 +40,33 @@ std::string executableName(std::uint32_t pid) {
     return procfs::commandName(procfs::readText(folder + "/stat").value_or(""));
 }
 
+// A zombie has ended and only waits for its parent; the system's list has no such rows.
+bool hasEnded(const std::vector<std::string>& fields) {
+    const std::string& state = fields[stateField];
+    return state == "Z" || state == "X";
+}
+
+// The start time of a process that runs; no value for one that is gone or has ended.
+std::optional<std::uint64_t> runningStartTime(std::uint32_t pid) {
+    const std::optional<std::vector<std::string>> fields = procfs::statFields(pid);
+    if (!fields || fields->size() <= startTimeField || hasEnded(*fields)) {
+        return std::nullopt;
+    }
+    return std::stoull((*fields)[startTimeField]);
+}
+
 } // namespace
 
-std::vector<ProcessEntry> listProcesses() {
+namespace native {
+
+std::vector<ProcessEntry> processSnapshot() {
     std::vector<ProcessEntry> processes;
     for (const std::uint32_t pid : procfs::processIds()) {
         const std::optional<std::vector<std::string>> fields = procfs::statFields(pid);
         if (!fields || fields->size() <= parentField) {
             continue; // ended while the list was read
         }
-        // A zombie has ended and only waits for its parent; the system's list has no such rows.
-        const std::string& state = (*fields)[stateField];
-        if (state == "Z" || state == "X") {
+        if (hasEnded(*fields)) {
             continue;
         }
         const auto parent = static_cast<std::uint32_t>(std::stoul((*fields)[parentField]));
@@ -59,8 +74,6 @@ std::vector<ProcessEntry> listProcesses() {
     }
     return processes;
 }
-
-namespace native {
 
 bool terminateProcess(std::uint32_t pid) {
     return pid != 0 && kill(static_cast<pid_t>(pid), SIGKILL) == 0;
@@ -74,20 +87,42 @@ std::optional<std::uint64_t> processCreationTime(std::uint32_t pid) {
     return std::stoull((*fields)[startTimeField]);
 }
 
-std::uint64_t processAgeSeconds(std::uint32_t pid) {
-    const std::optional<std::uint64_t> created = processCreationTime(pid);
+std::uint64_t secondsSinceCreation(std::uint64_t created) {
     timespec now{};
-    if (!created || clock_gettime(CLOCK_BOOTTIME, &now) != 0) {
+    if (clock_gettime(CLOCK_BOOTTIME, &now) != 0) {
         return 0;
     }
     const auto ticksPerSecond = static_cast<std::uint64_t>(sysconf(_SC_CLK_TCK));
-    const std::uint64_t started = *created;
     const std::uint64_t nowTicks =
         static_cast<std::uint64_t>(now.tv_sec) * ticksPerSecond +
         static_cast<std::uint64_t>(now.tv_nsec) * ticksPerSecond / 1000000000U;
-    return nowTicks > started ? (nowTicks - started) / ticksPerSecond : 0;
+    return nowTicks > created ? (nowTicks - created) / ticksPerSecond : 0;
+}
+
+std::uint64_t processAgeSeconds(std::uint32_t pid) {
+    const std::optional<std::uint64_t> created = processCreationTime(pid);
+    return created ? secondsSinceCreation(*created) : 0;
 }
 
 } // namespace native
+
+std::optional<ProcessIdentity> ProcessIdentity::hold(std::uint32_t pid) {
+    const std::optional<std::uint64_t> started = runningStartTime(pid);
+    if (!started) {
+        return std::nullopt;
+    }
+    return ProcessIdentity(pid, 0, *started);
+}
+
+ProcessIdentity::~ProcessIdentity() = default;
+
+bool ProcessIdentity::running() const {
+    // A number given out again belongs to a process with another start time.
+    return runningStartTime(pid_) == created_;
+}
+
+std::uint64_t ProcessIdentity::ageSeconds() const {
+    return native::secondsSinceCreation(created_);
+}
 
 } // namespace detector

@@ -37,7 +37,9 @@ std::optional<FILETIME> creationTimeOf(HANDLE process) {
 
 } // namespace
 
-std::vector<ProcessEntry> listProcesses() {
+namespace native {
+
+std::vector<ProcessEntry> processSnapshot() {
     const ScopedHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     if (snapshot.get() == INVALID_HANDLE_VALUE) {
         throw InternalError();
@@ -53,8 +55,6 @@ std::vector<ProcessEntry> listProcesses() {
     } while (Process32NextW(snapshot.get(), &entry));
     return processes;
 }
-
-namespace native {
 
 bool terminateProcess(std::uint32_t pid) {
     const ScopedHandle process(OpenProcess(PROCESS_TERMINATE, FALSE, pid));
@@ -73,22 +73,58 @@ std::optional<std::uint64_t> processCreationTime(std::uint32_t pid) {
     return creation ? std::optional(hundredNanoseconds(*creation)) : std::nullopt;
 }
 
+std::uint64_t secondsSinceCreation(std::uint64_t created) {
+    FILETIME creation{};
+    creation.dwLowDateTime = static_cast<DWORD>(created);
+    creation.dwHighDateTime = static_cast<DWORD>(created >> 32);
+    SYSTEMTIME nowSystem{};
+    GetSystemTime(&nowSystem);
+    FILETIME now{};
+    SystemTimeToFileTime(&nowSystem, &now);
+    return (hundredNanoseconds(now) - toMilliseconds(creation)) / 10000000;
+}
+
 std::uint64_t processAgeSeconds(std::uint32_t pid) {
     std::optional<FILETIME> creation;
     {
         const ScopedHandle process(OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, pid));
         creation = process.get() == nullptr ? std::nullopt : creationTimeOf(process.get());
     }
-    if (!creation) {
-        return 0;
-    }
-    SYSTEMTIME nowSystem{};
-    GetSystemTime(&nowSystem);
-    FILETIME now{};
-    SystemTimeToFileTime(&nowSystem, &now);
-    return (hundredNanoseconds(now) - toMilliseconds(*creation)) / 10000000;
+    return creation ? secondsSinceCreation(hundredNanoseconds(*creation)) : 0;
 }
 
 } // namespace native
+
+std::optional<ProcessIdentity> ProcessIdentity::hold(std::uint32_t pid) {
+    // Enough to wait for the process's end and to read its times, and granted for a process of
+    // another user as well.
+    HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid);
+    if (process == nullptr) {
+        return std::nullopt;
+    }
+    // An ended process can still be opened while someone holds a handle to it.
+    const std::optional<FILETIME> creation = creationTimeOf(process);
+    if (!creation || WaitForSingleObject(process, 0) != WAIT_TIMEOUT) {
+        CloseHandle(process);
+        return std::nullopt;
+    }
+    return ProcessIdentity(pid, reinterpret_cast<std::uintptr_t>(process),
+                           hundredNanoseconds(*creation));
+}
+
+ProcessIdentity::~ProcessIdentity() {
+    if (handle_ != 0) {
+        CloseHandle(reinterpret_cast<HANDLE>(handle_));
+    }
+}
+
+bool ProcessIdentity::running() const {
+    // A process's handle is signalled when the process has ended.
+    return WaitForSingleObject(reinterpret_cast<HANDLE>(handle_), 0) == WAIT_TIMEOUT;
+}
+
+std::uint64_t ProcessIdentity::ageSeconds() const {
+    return native::secondsSinceCreation(created_);
+}
 
 } // namespace detector

@@ -14,6 +14,7 @@
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
+#include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
 #include "host/detector/tcp_connections.h"
 #include "host/host_facts.h"
@@ -90,6 +91,11 @@ ServerStatus runningStatus(CorvaniteHost& host) {
         status = host.serverStatus();
     }
     return status;
+}
+
+// The connection of the server's worker; raises while there is none.
+detector::TcpConnection serverConnection(std::uint32_t master) {
+    return detector::connectionOfProcess(detector::childProcessId(master, hostFileName));
 }
 
 } // namespace
@@ -239,6 +245,130 @@ TEST_F(HostModel, GetHostMakesOneHostAndStartsTheServer) {
     EXPECT_EQ(getHost(), first);
     EXPECT_TRUE(isServerRunning());
     EXPECT_FALSE(first->busy());
+}
+
+// The master held from tick to tick: a refresh with the server up takes no process snapshot, and
+// whatever happens to the server or its pid file from outside is seen by the next refresh.
+
+TEST_F(HostModel, AWarmTickTakesNoProcessSnapshot) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::uint64_t before = detector::snapshotCount();
+    // One tick: the status, then the menu's choice between Run and Stop.
+    const ServerStatus status = host->serverStatus();
+    EXPECT_TRUE(isServerRunning());
+    EXPECT_EQ(detector::snapshotCount() - before, 0u);
+    EXPECT_TRUE(status.running);
+    EXPECT_EQ(status.port, std::to_string(port));
+    EXPECT_NE(status.time, "-");
+}
+
+TEST_F(HostModel, AColdRefreshLooksForTheMasterAndItsWorkerAsBefore) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    // A start or stop that begins forgets the connection and the master; this one fails at once.
+    installation.remove("logs");
+    EXPECT_THROW(host->controlServer(true), std::runtime_error);
+    const std::uint64_t before = detector::snapshotCount();
+    const ServerStatus status = host->serverStatus();
+    // One snapshot for the master, one for its worker.
+    EXPECT_EQ(detector::snapshotCount() - before, 2u);
+    EXPECT_TRUE(status.running);
+    EXPECT_EQ(status.port, std::to_string(port));
+    const std::uint64_t warm = detector::snapshotCount();
+    EXPECT_TRUE(host->serverStatus().running);
+    EXPECT_EQ(detector::snapshotCount(), warm);
+}
+
+TEST_F(HostModel, APidFileWrittenAgainMakesTheNextRefreshLookForTheMaster) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    installation.writeText("nginx.pid", installation.readText("nginx.pid"));
+    const std::uint64_t before = detector::snapshotCount();
+    const ServerStatus status = host->serverStatus();
+    // The connection is still known: the master alone is looked for.
+    EXPECT_EQ(detector::snapshotCount() - before, 1u);
+    EXPECT_TRUE(status.running);
+    EXPECT_EQ(status.port, std::to_string(port));
+    const std::uint64_t warm = detector::snapshotCount();
+    EXPECT_TRUE(host->serverStatus().running);
+    EXPECT_EQ(detector::snapshotCount(), warm);
+}
+
+TEST_F(HostModel, APidFileChangedWhileTheMasterRunsIsReadAtTheNextRefresh) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::string pidText = installation.readText("nginx.pid");
+    installation.writeText("nginx.pid", "nginx\r\n");
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_FALSE(isServerRunning());
+    installation.writeText("nginx.pid", pidText);
+    EXPECT_TRUE(isServerRunning());
+    EXPECT_TRUE(runningStatus(*host).running);
+    installation.remove("nginx.pid");
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_FALSE(isServerRunning());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, AServerStoppedFromOutsideReadsAsStoppedAtTheNextRefresh) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::uint32_t master = readServerPid();
+    // The server's own stop run, as a command line outside the panel gives it.
+    ASSERT_TRUE(detector::launchProcess(installation.file("CorvaniteHost.exe"), " -s quit"));
+    ASSERT_TRUE(eventually([&] { return !detector::processExists(master); }));
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_FALSE(isServerRunning());
+    EXPECT_TRUE(host->cachedPort().empty());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, AMasterKilledFromOutsideReadsAsStoppedThoughItsPidFileStays) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::uint32_t master = readServerPid();
+    const std::string pidText = installation.readText("nginx.pid");
+    ASSERT_TRUE(detector::native::terminateProcess(master));
+    ASSERT_TRUE(eventually([&] { return !detector::processExists(master); }));
+    ASSERT_EQ(installation.readText("nginx.pid"), pidText);
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_FALSE(isServerRunning());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, AServerReplacedFromOutsideIsTheOneTheNextRefreshShows) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::uint32_t master = readServerPid();
+    const std::string executable = installation.file("CorvaniteHost.exe");
+    ASSERT_TRUE(detector::launchProcess(executable, " -s quit"));
+    ASSERT_TRUE(eventually([&] { return !detector::processExists(master); }));
+    ASSERT_TRUE(detector::launchProcess(executable, ""));
+    std::uint32_t replacement = 0;
+    // Up with its connection, and old enough to have an operating time.
+    ASSERT_TRUE(eventually(
+        [&] {
+            try {
+                replacement = readServerPid();
+                serverConnection(replacement);
+                return replacement != master && detector::processUptime(replacement) >= 1;
+            } catch (const std::exception&) {
+                return false;
+            }
+        },
+        20s));
+    servers.remember();
+    const std::uint64_t first = detector::processUptime(replacement);
+    const ServerStatus status = host->serverStatus();
+    const std::uint64_t last = detector::processUptime(replacement);
+    ASSERT_TRUE(status.running);
+    EXPECT_TRUE(status.time == uptimeText(first) || status.time == uptimeText(last)) << status.time;
+    EXPECT_EQ(status.port, std::to_string(port));
+    EXPECT_TRUE(isServerRunning());
+    ASSERT_TRUE(detector::native::terminateProcess(replacement));
+    ASSERT_TRUE(eventually([&] { return !detector::processExists(replacement); }));
+    expectStoppedStatus(host->serverStatus());
 }
 
 // Start and stop.

@@ -14,6 +14,7 @@
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
+#include "host/detector/processes.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
 #include "host/service_domain.h"
@@ -75,6 +76,28 @@ TEST_F(WindowUpdateTest, ATickWritesLinkTooltipTimeAndStatusOfARunningServer) {
     EXPECT_NE(panel.menu()->entry(2), nullptr);
     EXPECT_TRUE(panel.menu()->entry(2)->enabled);
     EXPECT_TRUE(panel.boxes.boxes().empty());
+}
+
+// The status and the menu's choice between Run and Stop share the master that the tick finds:
+// with the server up a tick takes no process snapshot, and after the pid file changed it takes the
+// status's one alone.
+TEST_F(WindowUpdateTest, AWarmTickTakesNoProcessSnapshot) {
+    ASSERT_TRUE(showsARunningServer());
+    const std::uint64_t before = detector::snapshotCount();
+    EXPECT_TRUE(panel.tick());
+    EXPECT_EQ(detector::snapshotCount(), before);
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_NE(panel.menu()->entry(2), nullptr);
+}
+
+TEST_F(WindowUpdateTest, ATickAfterAChangeOfThePidFileLooksForTheMasterOnce) {
+    ASSERT_TRUE(showsARunningServer());
+    panel.installation.writeText("nginx.pid", panel.installation.readText("nginx.pid"));
+    const std::uint64_t before = detector::snapshotCount();
+    EXPECT_TRUE(panel.tick());
+    EXPECT_EQ(detector::snapshotCount() - before, 1u);
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_NE(panel.menu()->entry(2), nullptr);
 }
 
 TEST_F(WindowUpdateTest, AllTextsAreWrittenAtEveryTick) {

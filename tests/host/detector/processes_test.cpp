@@ -109,6 +109,67 @@ TEST(Processes, ChildProcessIdIsTheMastersWorker) {
     EXPECT_GE(*workerCreated, *masterCreated);
 }
 
+TEST(Processes, EverySnapshotIsCounted) {
+    const std::uint64_t before = detector::snapshotCount();
+    detector::listProcesses();
+    EXPECT_EQ(detector::snapshotCount() - before, 1u);
+    detector::processExists(1);
+    EXPECT_EQ(detector::snapshotCount() - before, 2u);
+}
+
+TEST(Processes, AHeldProcessRunsUntilItEndsAndIsAskedWithoutASnapshot) {
+    LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    std::optional<detector::ProcessIdentity> held = detector::ProcessIdentity::hold(process.pid);
+    ASSERT_TRUE(held.has_value());
+    EXPECT_EQ(held->pid(), process.pid);
+    const std::uint64_t before = detector::snapshotCount();
+    EXPECT_TRUE(held->running());
+    const std::uint64_t age = held->ageSeconds();
+    EXPECT_EQ(detector::snapshotCount(), before);
+    EXPECT_LE(age, detector::processUptime(process.pid));
+    process.installation.endProcesses();
+    EXPECT_TRUE(eventually([&] { return !held->running(); }));
+    // An end is for good.
+    EXPECT_FALSE(held->running());
+}
+
+TEST(Processes, AHeldProcessCountsItsAgeAsTheUptimeDoes) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    std::this_thread::sleep_for(milliseconds(1100));
+    const std::optional<detector::ProcessIdentity> held =
+        detector::ProcessIdentity::hold(process.pid);
+    ASSERT_TRUE(held.has_value());
+    const std::uint64_t first = detector::processUptime(process.pid);
+    const std::uint64_t age = held->ageSeconds();
+    const std::uint64_t last = detector::processUptime(process.pid);
+    EXPECT_GE(first, 1u);
+    EXPECT_GE(age, first);
+    EXPECT_LE(age, last);
+}
+
+TEST(Processes, AProcessThatIsGoneCanNotBeHeld) {
+    std::uint32_t pid = 0;
+    {
+        const LingeringProcess process;
+        pid = process.pid;
+        ASSERT_NE(pid, 0u);
+    }
+    EXPECT_FALSE(detector::ProcessIdentity::hold(pid).has_value());
+}
+
+TEST(Processes, AHeldProcessMovesWithItsHolder) {
+    const LingeringProcess process;
+    ASSERT_NE(process.pid, 0u);
+    std::optional<detector::ProcessIdentity> held = detector::ProcessIdentity::hold(process.pid);
+    ASSERT_TRUE(held.has_value());
+    detector::ProcessIdentity moved = std::move(*held);
+    held.reset();
+    EXPECT_EQ(moved.pid(), process.pid);
+    EXPECT_TRUE(moved.running());
+}
+
 // Creation times of a made-up process list; a pid without a time is one the system won't tell.
 detector::CreationTimes timesOf(std::map<std::uint32_t, std::uint64_t> times) {
     return [times = std::move(times)](std::uint32_t pid) -> std::optional<std::uint64_t> {
