@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "core/server_command.h"
-#include "core/simple_command.h"
+#include "panel/simple_command.h"
 
 Application::Application(std::shared_ptr<WindowImp> imp, const utils::AppDataManager& layout)
     : window_(std::move(imp)) {
@@ -74,6 +74,9 @@ void Application::buildMenu(const utils::AppDataManager& layout) {
     try {
         window_.createMenu();
     } catch (const std::exception&) {
+    }
+    if (const std::shared_ptr<MenuImp>& menu = window_.imp()->menu()) {
+        menu->setServerCommands(makeServerCommand);
     }
     for (const MenuItemRecord& record : layout.menuItems()) {
         // An item with a refused command or an unknown text is left out; the others follow.

@@ -3,7 +3,7 @@
 #include <exception>
 #include <stdexcept>
 
-#include "core/message_box.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 
 bool isQuitSwitch(const std::string& commandLine) {

@@ -3,8 +3,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/simple_command.h"
 #include "host/corvanite_host.h"
+#include "panel/simple_command.h"
 
 namespace {
 

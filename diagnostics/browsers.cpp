@@ -3,7 +3,6 @@
 #include <queue>
 #include <regex>
 
-#include "diagnostics/program_files.h"
 #include "diagnostics/report_words.h"
 #include "foundation/filesys.h"
 #include "foundation/message_catalogue.h"
@@ -108,7 +107,7 @@ std::optional<std::string> operaVersionIn(const std::vector<std::string>& instal
 
 std::optional<std::string> operaVersion() {
     return operaVersionIn(
-        operaInstallFolders(programFilesAs32Bit(), filesys::localAppDataFolder()));
+        operaInstallFolders(filesys::programFilesFolder(), filesys::localAppDataFolder()));
 }
 
 std::string browsersSectionText(const BrowserTable& versions,

@@ -1,7 +1,5 @@
 #include "diagnostics/info_report.h"
 
-#include "core/message_box.h"
-#include "core/shell_open.h"
 #include "diagnostics/browsers.h"
 #include "diagnostics/diagnostic_logs.h"
 #include "diagnostics/event_log_export.h"
@@ -12,7 +10,9 @@
 #include "diagnostics/security_info.h"
 #include "diagnostics/zip_archive.h"
 #include "foundation/filesys.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
+#include "foundation/shell_open.h"
 #include "host/corvanite_host.h"
 #include "host/detector/wait_until.h"
 

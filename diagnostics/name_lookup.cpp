@@ -2,7 +2,9 @@
 
 #include "diagnostics/report_words.h"
 #include "foundation/text.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
+
+const char* const nslookupCommandFormat = "nslookup %1";
 
 namespace detector {
 

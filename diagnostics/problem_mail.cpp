@@ -2,8 +2,8 @@
 
 #include <thread>
 
-#include "core/message_box.h"
 #include "diagnostics/info_report.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/registry.h"
 #include "foundation/text.h"

@@ -6,10 +6,10 @@
 #include <stdexcept>
 #include <thread>
 
-#include "core/message_box.h"
-#include "core/shell_open.h"
 #include "foundation/filesys.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
+#include "foundation/shell_open.h"
 #include "foundation/text.h"
 #include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
@@ -18,7 +18,6 @@
 #include "host/host_facts.h"
 #include "host/host_files.h"
 #include "host/nginx_config.h"
-#include "host/service_domain.h"
 
 namespace {
 

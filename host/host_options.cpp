@@ -1,7 +1,7 @@
 #include "host/host_options.h"
 
-#include "core/message_box.h"
 #include "foundation/client_properties.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 

@@ -1,6 +1,6 @@
 #include "foundation/message_catalogue.h"
 #include "host/corvanite_host.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
 
 namespace {
 

@@ -5,15 +5,16 @@
 #include <string>
 #include <thread>
 
-#include "core/message_box.h"
 #include "foundation/language.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
 #include "host/host_options.h"
 #include "host/log_level.h"
-#include "panel/command_progress.h"
 #include "panel/tooltip_base.h"
+
+std::atomic<bool> commandInProgress{false};
 
 // The widgets that the program addresses by the ids of the layout file.
 namespace {
