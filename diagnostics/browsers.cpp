@@ -112,12 +112,12 @@ std::optional<std::string> operaVersion() {
 
 std::string browsersSectionText(const BrowserTable& versions,
                                 const std::optional<std::string>& defaultName) {
-    std::vector<std::string> lines = {reportWords("CVCP-008008")};
+    std::vector<std::string> lines = {reportWords(panelmsg::browsersLine)};
     for (const auto& [name, version] : versions) {
         if (version.empty()) {
             continue;
         }
-        const std::string mark = name == defaultName ? reportWords("CVCP-008013") : " ";
+        const std::string mark = name == defaultName ? reportWords(panelmsg::defaultMark) : " ";
         lines.push_back(
             substitutePlaceholders("%1%2%3", name.c_str(), mark.c_str(), version.c_str()));
     }

@@ -107,7 +107,8 @@ void collectInformationWith(const ReportPaths& paths, const std::function<std::s
     }
     // Opening the folder is how the user learns that the work is done; there is no other word.
     if (!shellOpenPath(folder)) {
-        showMessageBox("Corvanite", panelMessages.text("CVCP-006017"), 0);
+        showMessageBox(productName, panelMessages.text(panelmsg::logsNotOpened),
+                       MessageBoxKind::error);
     }
 }
 

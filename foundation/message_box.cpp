@@ -43,6 +43,7 @@ void showMessageBox(const char* caption, std::size_t captionLength, const char* 
     }
 }
 
-void showMessageBox(std::string_view caption, std::string_view text, int kind) {
-    showMessageBox(caption.data(), caption.size(), text.data(), text.size(), kind);
+void showMessageBox(std::string_view caption, std::string_view text, MessageBoxKind kind) {
+    showMessageBox(caption.data(), caption.size(), text.data(), text.size(),
+                   static_cast<int>(kind));
 }

@@ -21,8 +21,6 @@
 
 namespace {
 
-constexpr const char* caption = "Corvanite";
-constexpr const char* productWord = "Corvanite";
 // nginx's own way to stop: the executable once more with the signal option.
 constexpr const char* stopArguments = " -s quit";
 constexpr std::int64_t startTimeoutSeconds = 90;
@@ -34,21 +32,22 @@ constexpr auto checkDelay = std::chrono::milliseconds(500);
 // they follow a change of language made meanwhile.
 class ServerError : public std::exception {
 public:
-    explicit ServerError(std::uint8_t kind) : kind(kind) {}
+    enum class Kind : std::uint8_t { start, stop };
+
+    explicit ServerError(Kind kind) : kind(kind) {}
 
     const char* what() const noexcept override {
         switch (kind) {
-        case 0:
-            return panelMessages.text("CVCP-006014");
-        case 1:
-            return panelMessages.text("CVCP-006015");
+        case Kind::start:
+            return panelMessages.text(panelmsg::serverNotStarted);
+        case Kind::stop:
+            return panelMessages.text(panelmsg::serverNotStopped);
         default:
-            return panelMessages.text("CVCP-006016");
+            return panelMessages.text(panelmsg::internalError);
         }
     }
 
-    // 0 for a failed start, 1 for a failed stop.
-    std::uint8_t kind;
+    Kind kind;
 };
 
 // The master process holds no connection of interest: the port belongs to its worker, the first
@@ -224,18 +223,19 @@ void CorvaniteHost::applyLogLevel() {
     }
     // Told once the host is free again, so that the status shows the truth meanwhile.
     if (result == NginxConfig::Refused) {
-        showMessageBox(caption, panelMessages.text("CVCP-006101"), 0);
+        showMessageBox(productName, panelMessages.text(panelmsg::configNotOpened),
+                       MessageBoxKind::error);
     }
 }
 
 void CorvaniteHost::controlServer(bool stop) {
     forgetConnection();
     if (!checkInstallation()) {
-        throw std::runtime_error(panelMessages.format("CVCP-006018", productWord));
+        throw std::runtime_error(panelMessages.format(panelmsg::serverFilesMissing, productName));
     }
     try {
         if (!detector::launchProcess(installPathOf(hostFileName), stop ? stopArguments : "")) {
-            throw ServerError(stop ? 1 : 0);
+            throw ServerError(stop ? ServerError::Kind::stop : ServerError::Kind::start);
         }
         const bool reached = detector::waitUntil(stop ? stopTimeoutSeconds : startTimeoutSeconds,
                                                  serverReachedCheck(!stop));
@@ -244,13 +244,14 @@ void CorvaniteHost::controlServer(bool stop) {
             detector::killProcesses(hostFileName);
         }
     } catch (const std::exception& failure) {
-        showMessageBox(caption, failure.what(), 0);
+        showMessageBox(productName, failure.what(), MessageBoxKind::error);
     }
 }
 
 void CorvaniteHost::openLogs() {
     if (!shellOpenPath(installPathOf("logs"))) {
-        showMessageBox(caption, panelMessages.text("CVCP-006017"), 0);
+        showMessageBox(productName, panelMessages.text(panelmsg::logsNotOpened),
+                       MessageBoxKind::error);
     }
 }
 

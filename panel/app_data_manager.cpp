@@ -111,7 +111,7 @@ AppDataManager::AppDataManager(const std::string& path, const DisplayScale& scal
         menuData = document.at("menu");
         widgetData = document.at("widgets");
     } catch (const std::exception&) {
-        throw BasicException(panelMessages.text("CVCP-006013"));
+        throw BasicException(panelMessages.text(panelmsg::layoutNotRead));
     }
 }
 

@@ -17,8 +17,9 @@ void MenuImp::update() {
             find(wanted);
         } catch (const std::exception&) {
             // The entry keeps its place: the other one of the pair is replaced in it.
-            replaceItem(running ? commandid::run : commandid::stop,
-                        MenuItem{running ? "CVCP-000002" : "CVCP-000001", serverCommands_(wanted)});
+            replaceItem(
+                running ? commandid::run : commandid::stop,
+                MenuItem{running ? panelmsg::stop : panelmsg::run, serverCommands_(wanted)});
         }
     }
     updateTexts();

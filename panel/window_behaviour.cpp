@@ -53,11 +53,11 @@ void enableIfPresent(const WindowImp& window, std::int32_t id, bool enabled) {
 std::string actionWord(std::int32_t id) {
     switch (id) {
     case commandid::run:
-        return panelMessages.text("CVCP-006011");
+        return panelMessages.text(panelmsg::startAction);
     case commandid::stop:
-        return panelMessages.text("CVCP-006012");
+        return panelMessages.text(panelmsg::stopAction);
     case commandid::logLevel:
-        return panelMessages.text("CVCP-006026");
+        return panelMessages.text(panelmsg::logLevelAction);
     default:
         return std::string();
     }
@@ -158,8 +158,8 @@ void WindowImp::finishOnWorker(std::int32_t id) {
         // The box's caption is the title's catalogue id as it stands, not its words.
         try {
             const std::string text =
-                panelMessages.format("CVCP-006010", actionWord(id).c_str(), "Corvanite");
-            showMessageBox(title_, text, 0);
+                panelMessages.format(panelmsg::actionFailed, actionWord(id).c_str(), productName);
+            showMessageBox(title_, text, MessageBoxKind::error);
         } catch (...) {
             // Nothing is left to tell the user with; the panel goes on.
         }

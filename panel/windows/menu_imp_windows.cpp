@@ -14,7 +14,7 @@ MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::App
     if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr ||
         !showTrayIcon(true)) {
         Shell_NotifyIconW(NIM_DELETE, &notifyData);
-        throw BasicException(panelMessages.text("CVCP-006002"));
+        throw BasicException(panelMessages.text(panelmsg::menuNotCreated));
     }
 }
 

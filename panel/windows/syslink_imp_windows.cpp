@@ -24,7 +24,7 @@ SyslinkImpWindows::SyslinkImpWindows(const WidgetDisposition& disposition, HINST
                        requiredCommandId(command)) {
     setCommand(std::move(command));
     if (!applyStockFont()) {
-        throw BasicException(panelMessages.text("CVCP-006024"));
+        throw BasicException(panelMessages.text(panelmsg::syslinkNotCreated));
     }
     if (commandId() == commandid::openServicePage && !tooltipBase.empty()) {
         createTooltip();

@@ -28,7 +28,7 @@ WindowImpWindows::WindowImpWindows(std::string title, PixelPair size, HINSTANCE 
     : WindowImp(std::move(title), size), instance(instance), layout(layout) {
     InitCommonControls();
     if (!registerWindowClass()) {
-        throw BasicException(panelMessages.text("CVCP-006009"));
+        throw BasicException(panelMessages.text(panelmsg::windowNotRegistered));
     }
 }
 

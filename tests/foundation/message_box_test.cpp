@@ -44,7 +44,7 @@ TEST(MessageBox, ExtraFlagsAreJoined) {
 
 TEST(MessageBox, TextsAreConvertedFromCp1251) {
     BoxRecorder recorder;
-    showMessageBox("Corvanite", "\xCE\xF8\xE8\xE1\xEA\xE0", 0); // Ошибка
+    showMessageBox("Corvanite", "\xCE\xF8\xE8\xE1\xEA\xE0", MessageBoxKind::error); // Ошибка
     ASSERT_EQ(recorder.boxes.size(), 1u);
     EXPECT_EQ(recorder.boxes[0].caption, L"Corvanite");
     EXPECT_EQ(recorder.boxes[0].text, L"\u041E\u0448\u0438\u0431\u043A\u0430");
