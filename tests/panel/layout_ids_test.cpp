@@ -42,8 +42,9 @@ TEST(LayoutIds, EveryAddressedWidgetIsInTheLayoutWithItsCommand) {
 }
 
 TEST(LayoutIds, TheMenuHoldsRunStopAndExit) {
+    const nlohmann::json layout = treeLayout();
     std::set<std::int32_t> commands;
-    for (const nlohmann::json& item : treeLayout().at("menu").at("items")) {
+    for (const nlohmann::json& item : layout.at("menu").at("items")) {
         commands.insert(item.at("commandId").get<std::int32_t>());
     }
     EXPECT_TRUE(commands.count(commandid::run));
