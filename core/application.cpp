@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "core/server_command.h"
-#include "core/simple_command.h"
+#include "panel/layout_ids.h"
+#include "panel/simple_command.h"
 
 Application::Application(std::shared_ptr<WindowImp> imp, const utils::AppDataManager& layout)
     : window_(std::move(imp)) {
@@ -15,28 +16,28 @@ Application::Application(std::shared_ptr<WindowImp> imp, const utils::AppDataMan
 
 std::shared_ptr<Command> Application::makeCommand(std::int32_t id) {
     switch (id) {
-    case 0:
+    case commandid::none:
         return nullptr;
-    case 1:
-    case 2:
-    case 3:
-    case 8:
-    case 9:
-    case 10:
-    case 11:
-    case 12:
+    case commandid::run:
+    case commandid::stop:
+    case commandid::openLogs:
+    case commandid::missingOperation:
+    case commandid::logLevel:
+    case commandid::collectInformation:
+    case commandid::reportProblem:
+    case commandid::openServicePage:
         return makeServerCommand(id);
-    case 4:
+    case commandid::showWindow:
         return std::make_shared<SimpleCommand<Window>>(id, window_,
                                                        [](Window& window) { window.show(); });
-    case 5:
+    case commandid::hideWindow:
         return std::make_shared<SimpleCommand<Window>>(id, window_,
                                                        [](Window& window) { window.hide(); });
-    case 6:
+    case commandid::quit:
         return std::make_shared<SimpleCommand<Application>>(
             id, *this, [](Application& application) { application.quit(); });
-    case 13:
-    case 14:
+    case commandid::portAutoselect:
+    case commandid::useUncPaths:
         // The window acts on these ids itself; the command only carries the id.
         return std::make_shared<SimpleCommand<Application>>(id, *this, nullptr);
     default:
@@ -74,6 +75,9 @@ void Application::buildMenu(const utils::AppDataManager& layout) {
     try {
         window_.createMenu();
     } catch (const std::exception&) {
+    }
+    if (const std::shared_ptr<MenuImp>& menu = window_.imp()->menu()) {
+        menu->setServerCommands(makeServerCommand);
     }
     for (const MenuItemRecord& record : layout.menuItems()) {
         // An item with a refused command or an unknown text is left out; the others follow.

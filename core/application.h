@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "core/command.h"
-#include "core/uncopyable.h"
+#include "foundation/uncopyable.h"
 #include "panel/app_data_manager.h"
+#include "panel/command.h"
 #include "panel/window.h"
 #include "panel/window_imp.h"
 

@@ -3,7 +3,7 @@
 #include <exception>
 #include <stdexcept>
 
-#include "core/message_box.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 
 bool isQuitSwitch(const std::string& commandLine) {
@@ -21,12 +21,13 @@ int runControlPanel(const std::string& commandLine, const StartupSteps& steps) {
             return 0;
         }
         if (!steps.checkInstallation()) {
-            throw std::runtime_error(panelMessages.format("CVCP-006018", "Corvanite"));
+            throw std::runtime_error(
+                panelMessages.format(panelmsg::serverFilesMissing, productName));
         }
         steps.syncDisplayVersion();
         return steps.runApplication(commandLine);
     } catch (const std::exception& failure) {
-        showMessageBox("Corvanite", failure.what(), 0);
+        showMessageBox(productName, failure.what(), MessageBoxKind::error);
         return 1;
     }
 }

@@ -3,8 +3,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/simple_command.h"
 #include "host/corvanite_host.h"
+#include "panel/layout_ids.h"
+#include "panel/simple_command.h"
 
 namespace {
 
@@ -12,19 +13,19 @@ using HostAction = void (CorvaniteHost::*)();
 
 HostAction actionOf(std::int32_t id) {
     switch (id) {
-    case 1:
+    case commandid::run:
         return &CorvaniteHost::startServer;
-    case 2:
+    case commandid::stop:
         return &CorvaniteHost::stopServer;
-    case 3:
+    case commandid::openLogs:
         return &CorvaniteHost::openLogs;
-    case 9:
+    case commandid::logLevel:
         return &CorvaniteHost::applyLogLevel;
-    case 10:
+    case commandid::collectInformation:
         return &CorvaniteHost::collectInformation;
-    case 11:
+    case commandid::reportProblem:
         return &CorvaniteHost::reportProblem;
-    case 12:
+    case commandid::openServicePage:
         return &CorvaniteHost::openServicePage;
     default:
         throw std::logic_error("unknown server command id");
@@ -45,7 +46,7 @@ private:
 };
 
 bool isHostOperation(std::int32_t id) {
-    return id == 1 || id == 2 || id == 9;
+    return id == commandid::run || id == commandid::stop || id == commandid::logLevel;
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "core/command.h"
+#include "panel/command.h"
 
 // A command whose target is the host: 1 start, 2 stop, 3 open the logs folder, 9 apply the log
 // level, 10 collect information, 11 report a problem, 12 open the service page. Any other id,

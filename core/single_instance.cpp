@@ -25,7 +25,7 @@ bool ensureSingleInstance(const ClassNameSource& className, const std::string& m
     }
     auto created = instance_native::createMutex(mutexName);
     if (!created) {
-        throw BasicException(panelMessages.text("CVCP-006001"));
+        throw BasicException(panelMessages.text(panelmsg::panelNotRun));
     }
     holder() = std::make_shared<MutexHandler>(*created);
     return false;

@@ -3,7 +3,6 @@
 #include <queue>
 #include <regex>
 
-#include "diagnostics/program_files.h"
 #include "diagnostics/report_words.h"
 #include "foundation/filesys.h"
 #include "foundation/message_catalogue.h"
@@ -108,17 +107,17 @@ std::optional<std::string> operaVersionIn(const std::vector<std::string>& instal
 
 std::optional<std::string> operaVersion() {
     return operaVersionIn(
-        operaInstallFolders(programFilesAs32Bit(), filesys::localAppDataFolder()));
+        operaInstallFolders(filesys::programFilesFolder(), filesys::localAppDataFolder()));
 }
 
 std::string browsersSectionText(const BrowserTable& versions,
                                 const std::optional<std::string>& defaultName) {
-    std::vector<std::string> lines = {reportWords("CVCP-008008")};
+    std::vector<std::string> lines = {reportWords(panelmsg::browsersLine)};
     for (const auto& [name, version] : versions) {
         if (version.empty()) {
             continue;
         }
-        const std::string mark = name == defaultName ? reportWords("CVCP-008013") : " ";
+        const std::string mark = name == defaultName ? reportWords(panelmsg::defaultMark) : " ";
         lines.push_back(
             substitutePlaceholders("%1%2%3", name.c_str(), mark.c_str(), version.c_str()));
     }

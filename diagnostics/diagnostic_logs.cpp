@@ -3,13 +3,13 @@
 #include <optional>
 #include <sstream>
 
-#include "diagnostics/probe_commands.h"
+#include "diagnostics/name_lookup.h"
 #include "diagnostics/report_paths.h"
 #include "foundation/filesys.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/detector/run_and_capture.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
 
 const std::string lineBreak = "\r\n";
 

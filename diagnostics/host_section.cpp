@@ -3,6 +3,7 @@
 #include "diagnostics/diagnostic_logs.h"
 #include "diagnostics/os_info.h"
 #include "diagnostics/report_words.h"
+#include "foundation/messages/panel_messages.h"
 #include "host/detector/current_user.h"
 #include "host/host_facts.h"
 
@@ -38,18 +39,18 @@ HostSources systemHostSources() {
 
 std::string hostSectionText(const HostFacts& facts) {
     const std::string statusWord =
-        reportWords(facts.status.running ? "CVCP-000009" : "CVCP-000010");
-    std::string text = labelled("CVCP-005001", facts.hostVersion);
-    text += labelled("CVCP-005002", facts.libraryVersion);
-    text += labelled("CVCP-005004", facts.status.port);
-    text += labelled("CVCP-005005", facts.status.address);
-    text += labelled("CVCP-005006", statusWord);
+        reportWords(facts.status.running ? panelmsg::running : panelmsg::stopped);
+    std::string text = labelled(panelmsg::hostVersionLabel, facts.hostVersion);
+    text += labelled(panelmsg::libraryVersionLabel, facts.libraryVersion);
+    text += labelled(panelmsg::portLabel, facts.status.port);
+    text += labelled(panelmsg::addressLabel, facts.status.address);
+    text += labelled(panelmsg::serverStatusLabel, statusWord);
     text += lineBreak;
-    text += reportWords("CVCP-008001") + facts.installPath + lineBreak;
+    text += reportWords(panelmsg::installPathLine) + facts.installPath + lineBreak;
     text += lineBreak;
-    text += reportWords("CVCP-008002") + facts.userName;
+    text += reportWords(panelmsg::userLine) + facts.userName;
     if (facts.isAdmin) {
-        text += reportWords("CVCP-008003");
+        text += reportWords(panelmsg::adminMark);
     }
     return text;
 }

@@ -1,7 +1,5 @@
 #include "diagnostics/info_report.h"
 
-#include "core/message_box.h"
-#include "core/shell_open.h"
 #include "diagnostics/browsers.h"
 #include "diagnostics/diagnostic_logs.h"
 #include "diagnostics/event_log_export.h"
@@ -12,7 +10,9 @@
 #include "diagnostics/security_info.h"
 #include "diagnostics/zip_archive.h"
 #include "foundation/filesys.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
+#include "foundation/shell_open.h"
 #include "host/corvanite_host.h"
 #include "host/detector/wait_until.h"
 
@@ -107,7 +107,8 @@ void collectInformationWith(const ReportPaths& paths, const std::function<std::s
     }
     // Opening the folder is how the user learns that the work is done; there is no other word.
     if (!shellOpenPath(folder)) {
-        showMessageBox("Corvanite", panelMessages.text("CVCP-006017"), 0);
+        showMessageBox(productName, panelMessages.text(panelmsg::logsNotOpened),
+                       MessageBoxKind::error);
     }
 }
 

@@ -1,8 +1,11 @@
 #include "diagnostics/name_lookup.h"
 
 #include "diagnostics/report_words.h"
+#include "foundation/messages/panel_messages.h"
 #include "foundation/text.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
+
+const char* const nslookupCommandFormat = "nslookup %1";
 
 namespace detector {
 
@@ -23,10 +26,10 @@ std::string domainSectionText(const std::string& domain,
     try {
         addresses = resolve();
     } catch (...) {
-        return formatReportWords("CVCP-008009", domain.c_str());
+        return formatReportWords(panelmsg::domainUnavailable, domain.c_str());
     }
     const std::string lines = joinText(addresses, "\n    ");
-    return formatReportWords("CVCP-008010", domain.c_str(), lines.c_str());
+    return formatReportWords(panelmsg::domainAvailable, domain.c_str(), lines.c_str());
 }
 
 std::string domainSection() {

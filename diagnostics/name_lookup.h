@@ -25,6 +25,10 @@ std::vector<std::string> resolveHost(const std::string& name);
 
 } // namespace detector
 
+// The command lines of the two network probes of the service domain, with %1 for the domain.
+extern const char* const pingCommandFormat;
+extern const char* const nslookupCommandFormat;
+
 // The report's block about the service domain: the addresses, one per line behind four blanks,
 // or that it is not available when the look-up throws anything at all.
 std::string domainSectionText(const std::string& domain,

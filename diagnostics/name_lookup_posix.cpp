@@ -8,6 +8,9 @@
 // Without the DNS client of Windows the resolver of the C library answers, IPv4 only; it has no
 // way past its cache, and it gives addresses only, so there are no CNAME records to walk.
 
+// ping counts its echoes with -c here; -n would only turn off name look-ups and ping forever.
+const char* const pingCommandFormat = "ping -c 1 %1";
+
 namespace detector {
 
 namespace {

@@ -7,6 +7,8 @@
 
 #include "foundation/exceptions.h"
 
+const char* const pingCommandFormat = "ping %1 -n 1";
+
 namespace detector {
 
 namespace {

@@ -4,6 +4,7 @@
 
 #include "diagnostics/report_words.h"
 #include "foundation/exceptions.h"
+#include "foundation/messages/panel_messages.h"
 #include "foundation/text.h"
 
 namespace detector {
@@ -96,8 +97,10 @@ OsInfo windowsOsInfo(const WindowsFacts& facts) {
 std::string osSectionText(const OsInfo& info) {
     const std::string bitness = std::to_string(info.bitness);
     const std::string servicePack =
-        info.servicePack == "0.0" ? "" : formatReportWords("CVCP-008005", info.servicePack.c_str());
-    return formatReportWords("CVCP-008004", info.name.c_str(), info.versionName.c_str(),
+        info.servicePack == "0.0"
+            ? ""
+            : formatReportWords(panelmsg::servicePackPart, info.servicePack.c_str());
+    return formatReportWords(panelmsg::osInfoLine, info.name.c_str(), info.versionName.c_str(),
                              bitness.c_str(), info.isServer ? " Server" : "", servicePack.c_str());
 }
 

@@ -4,9 +4,9 @@
 
 #include <windows.h>
 
-#include "diagnostics/program_files.h"
 #include "diagnostics/wmi_session_windows.h"
 #include "foundation/exceptions.h"
+#include "foundation/filesys.h"
 #include "foundation/text.h"
 #include "host/detector/token_information_windows.h"
 
@@ -75,7 +75,7 @@ OsInfo queryOsInfo() {
     facts.version = versionCall();
     facts.managementVersion = managementVersion;
     facts.inAdministratorsGroup = tokenListsAdministrators();
-    facts.programFiles = programFilesAs32Bit();
+    facts.programFiles = filesys::programFilesFolder();
     return windowsOsInfo(facts);
 }
 

@@ -2,8 +2,8 @@
 
 #include <thread>
 
-#include "core/message_box.h"
 #include "diagnostics/info_report.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/registry.h"
 #include "foundation/text.h"
@@ -21,8 +21,6 @@ namespace {
 
 const char* const mailChoiceKey =
     "Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\mailto\\UserChoice";
-const char* const caption = "Corvanite";
-constexpr int informationBox = 2;
 
 // Replaces each occurrence, searching again from the beginning after every replacement.
 void replaceEach(std::string& text, const std::string& from, const std::string& to) {
@@ -43,8 +41,9 @@ std::optional<std::string> unsupportedClientOf(const std::string& progId) {
 
 void composeAndOpen(const ProblemMailSources& sources, const std::string& progId) {
     if (const std::optional<std::string> client = unsupportedClientOf(progId)) {
-        showMessageBox(caption, panelMessages.format("CVCP-007002", client->c_str()),
-                       informationBox);
+        showMessageBox(productName,
+                       panelMessages.format(panelmsg::mailClientUnsupported, client->c_str()),
+                       MessageBoxKind::information);
         return;
     }
     const std::string report = sources.reportText();
@@ -78,7 +77,8 @@ void composeProblemMailWith(const ProblemMailSources& sources) {
     try {
         composeAndOpen(sources, progId);
     } catch (const std::exception&) {
-        showMessageBox(caption, panelMessages.text("CVCP-007001"), informationBox);
+        showMessageBox(productName, panelMessages.text(panelmsg::mailNotLaunched),
+                       MessageBoxKind::information);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "diagnostics/problem_mail.h"
 
-#include "core/shell_open.h"
+#include "foundation/shell_open.h"
 #include "foundation/text.h"
 
 // Without the narrow shell call the link goes the way of every address the panel opens.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "diagnostics/report_words.h"
+#include "foundation/messages/panel_messages.h"
 #include "foundation/registry.h"
 
 namespace detector {
@@ -47,10 +48,10 @@ std::string overrideWithoutLocal(const std::string& override) {
 }
 
 std::string proxySectionText(const ProxyInfo& info) {
-    const std::string state = reportWords(info.enabled ? "CVCP-008011" : "CVCP-008012");
+    const std::string state = reportWords(info.enabled ? panelmsg::on : panelmsg::off);
     const std::string server = dashWhenEmpty(info.server);
     const std::string bypass = dashWhenEmpty(overrideWithoutLocal(info.override));
-    return formatReportWords("CVCP-008007", state.c_str(), server.c_str(), bypass.c_str());
+    return formatReportWords(panelmsg::proxyLines, state.c_str(), server.c_str(), bypass.c_str());
 }
 
 std::string proxySection() {

@@ -1,6 +1,5 @@
 #include "diagnostics/report_paths.h"
 
-#include "diagnostics/system_path.h"
 #include "foundation/filesys.h"
 #include "host/host_facts.h"
 
@@ -9,7 +8,7 @@ ReportPaths reportPathsOf(const std::string& installPath) {
     paths.installPath = installPath;
     paths.logsFolder = filesys::joinPath(installPath, "logs");
     paths.tmpFolder = filesys::joinPath(installPath, "tmp");
-    paths.archivePath = systemPathForm(filesys::joinPath(paths.tmpFolder, "info.zip"));
+    paths.archivePath = filesys::systemPathForm(filesys::joinPath(paths.tmpFolder, "info.zip"));
     paths.configFile = filesys::joinPath(filesys::joinPath(installPath, "conf"), "nginx.conf");
     paths.eventLogFile = filesys::joinPath(paths.logsFolder, "Application.evtx");
     return paths;

@@ -3,6 +3,7 @@
 #include "diagnostics/os_info.h"
 #include "diagnostics/report_words.h"
 #include "foundation/exceptions.h"
+#include "foundation/messages/panel_messages.h"
 #include "foundation/text.h"
 
 namespace detector {
@@ -79,7 +80,7 @@ std::string antivirusSectionText(const SecurityInfo& info) {
     // The name goes the way of the user's words: letters outside code page 1251 become "?".
     const std::string name = cp1251ToUtf8(toCp1251(info.antivirusName));
     const std::string state = providerStateName(info.antivirusState);
-    return formatReportWords("CVCP-008006", name.c_str(), state.c_str());
+    return formatReportWords(panelmsg::antivirusLine, name.c_str(), state.c_str());
 }
 
 std::string antivirusSection() {

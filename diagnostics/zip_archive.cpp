@@ -86,7 +86,7 @@ private:
 } // namespace
 
 const char* ZipArchive::PackError::what() const noexcept {
-    return zipMessages.text("Z-0002");
+    return zipMessages.text(zipmsg::packError);
 }
 
 void ZipArchive::add(const Entry& entry) {

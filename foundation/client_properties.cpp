@@ -54,12 +54,13 @@ std::string linesOf(const Properties& properties) {
 void save(const std::string& path, const Properties& properties) {
     const std::string text = linesOf(properties);
     if (text.size() > maximumFileSize) {
-        throw BasicException(writeFailureCode, serviceMessages.text("CV-002001"), "");
+        throw BasicException(writeFailureCode, serviceMessages.text(servicemsg::dataTooLarge), "");
     }
     try {
         filesys::writeFile(path, std::vector<std::uint8_t>(text.begin(), text.end()));
     } catch (const filesys::FileIOError&) {
-        throw BasicException(writeFailureCode, serviceMessages.text("CV-002002"), "");
+        throw BasicException(writeFailureCode, serviceMessages.text(servicemsg::propertyNotWritten),
+                             "");
     }
 }
 

@@ -36,10 +36,10 @@ std::string BasicException::details() const {
 }
 
 ClientPropertyNotSet::ClientPropertyNotSet()
-    : BasicException(307, serviceMessages.text("CV-002003"), "") {}
+    : BasicException(307, serviceMessages.text(servicemsg::propertyNotSet), "") {}
 
 LoadLibraryError::LoadLibraryError(std::string_view path)
-    : message_(commonMessages.format("CV-0009", std::string(path).c_str())) {}
+    : message_(commonMessages.format(commonmsg::libraryNotRead, std::string(path).c_str())) {}
 
 const char* LoadLibraryError::what() const noexcept {
     return message_.c_str();
@@ -55,13 +55,13 @@ const char* FileIOError::what() const noexcept {
 }
 
 ReadFileError::ReadFileError(std::string_view path)
-    : FileIOError(path, commonMessages.text("CV-0006")) {}
+    : FileIOError(path, commonMessages.text(commonmsg::fileNotRead)) {}
 
 WriteFileError::WriteFileError(std::string_view path)
-    : FileIOError(path, commonMessages.text("CV-0007")) {}
+    : FileIOError(path, commonMessages.text(commonmsg::fileNotWritten)) {}
 
 ReadFolderError::ReadFolderError(std::string_view path)
-    : FileIOError(path, commonMessages.text("CV-0008")) {}
+    : FileIOError(path, commonMessages.text(commonmsg::folderNotRead)) {}
 
 } // namespace filesys
 

@@ -28,10 +28,10 @@ std::vector<std::uint8_t> readOpenedFile(std::ifstream& stream, std::string_view
         throw ReadFileError(path);
     }
     if (minSize != 0 && size < minSize) {
-        throw FileIOError(path, commonMessages.text("CV-0010"));
+        throw FileIOError(path, commonMessages.text(commonmsg::fileTooSmall));
     }
     if (maxSize != 0 && size > maxSize) {
-        throw FileIOError(path, commonMessages.text("CV-0011"));
+        throw FileIOError(path, commonMessages.text(commonmsg::fileTooLarge));
     }
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
     if (!bytes.empty() &&
@@ -123,7 +123,7 @@ bool deleteFile(std::string_view path) {
 std::string specialFolder(int csidl) {
     std::optional<std::string> folder = native::systemFolder(csidl);
     if (!folder) {
-        throw std::runtime_error(commonMessages.text("CV-0004"));
+        throw std::runtime_error(commonMessages.text(commonmsg::systemFolderNotFound));
     }
     return std::move(*folder);
 }

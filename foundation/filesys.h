@@ -48,8 +48,13 @@ bool deleteFile(std::string_view path);
 // A folder of the system by its CSIDL number. Throws std::runtime_error for an unknown one.
 std::string specialFolder(int csidl);
 std::string localAppDataFolder();
+// The Program Files folder as the shipped 32-bit program sees it, which decides the bitness in
+// the report and where Opera is looked for: a 64-bit build gets the x86 folder too.
 std::string programFilesFolder();
 std::string profileFolder();
+
+// A path in the form the system writes it: with backslashes on Windows, as it stands elsewhere.
+std::string systemPathForm(std::string path);
 
 // The platform bodies under the operations above; callers use those.
 namespace native {

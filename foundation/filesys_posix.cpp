@@ -156,3 +156,8 @@ std::optional<std::string> systemFolder(int csidl) {
 }
 
 } // namespace filesys::native
+
+// A backslash is an ordinary letter of a POSIX file name, so the path keeps its slashes.
+std::string filesys::systemPathForm(std::string path) {
+    return path;
+}

@@ -2,6 +2,7 @@
 
 #include "foundation/text.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <windows.h>
 
@@ -82,3 +83,8 @@ std::optional<std::string> systemFolder(int csidl) {
 }
 
 } // namespace filesys::native
+
+std::string filesys::systemPathForm(std::string path) {
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
+}

@@ -6,7 +6,11 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/messages/common_messages.h"
 #include "foundation/messages/message_row.h"
+#include "foundation/messages/panel_messages.h"
+#include "foundation/messages/service_messages.h"
+#include "foundation/messages/zip_messages.h"
 
 // Words of one language, by text id, in code page 1251.
 using MessageTable = std::map<std::string, std::string>;

@@ -6,10 +6,10 @@
 #include <stdexcept>
 #include <thread>
 
-#include "core/message_box.h"
-#include "core/shell_open.h"
 #include "foundation/filesys.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
+#include "foundation/shell_open.h"
 #include "foundation/text.h"
 #include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
@@ -19,12 +19,9 @@
 #include "host/host_files.h"
 #include "host/nginx_config.h"
 #include "host/server_master.h"
-#include "host/service_domain.h"
 
 namespace {
 
-constexpr const char* caption = "Corvanite";
-constexpr const char* productWord = "Corvanite";
 // nginx's own way to stop: the executable once more with the signal option.
 constexpr const char* stopArguments = " -s quit";
 constexpr std::int64_t startTimeoutSeconds = 90;
@@ -36,21 +33,22 @@ constexpr auto checkDelay = std::chrono::milliseconds(500);
 // they follow a change of language made meanwhile.
 class ServerError : public std::exception {
 public:
-    explicit ServerError(std::uint8_t kind) : kind(kind) {}
+    enum class Kind : std::uint8_t { start, stop };
+
+    explicit ServerError(Kind kind) : kind(kind) {}
 
     const char* what() const noexcept override {
         switch (kind) {
-        case 0:
-            return panelMessages.text("CVCP-006014");
-        case 1:
-            return panelMessages.text("CVCP-006015");
+        case Kind::start:
+            return panelMessages.text(panelmsg::serverNotStarted);
+        case Kind::stop:
+            return panelMessages.text(panelmsg::serverNotStopped);
         default:
-            return panelMessages.text("CVCP-006016");
+            return panelMessages.text(panelmsg::internalError);
         }
     }
 
-    // 0 for a failed start, 1 for a failed stop.
-    std::uint8_t kind;
+    Kind kind;
 };
 
 // The master process holds no connection of interest: the port belongs to its worker, the first
@@ -222,7 +220,8 @@ void CorvaniteHost::applyLogLevel() {
     }
     // Told once the host is free again, so that the status shows the truth meanwhile.
     if (result == NginxConfig::Refused) {
-        showMessageBox(caption, panelMessages.text("CVCP-006101"), 0);
+        showMessageBox(productName, panelMessages.text(panelmsg::configNotOpened),
+                       MessageBoxKind::error);
     }
 }
 
@@ -230,11 +229,11 @@ void CorvaniteHost::controlServer(bool stop) {
     forgetConnection();
     forgetServerMaster();
     if (!checkInstallation()) {
-        throw std::runtime_error(panelMessages.format("CVCP-006018", productWord));
+        throw std::runtime_error(panelMessages.format(panelmsg::serverFilesMissing, productName));
     }
     try {
         if (!detector::launchProcess(installPathOf(hostFileName), stop ? stopArguments : "")) {
-            throw ServerError(stop ? 1 : 0);
+            throw ServerError(stop ? ServerError::Kind::stop : ServerError::Kind::start);
         }
         const bool reached = detector::waitUntil(stop ? stopTimeoutSeconds : startTimeoutSeconds,
                                                  serverReachedCheck(!stop));
@@ -243,13 +242,14 @@ void CorvaniteHost::controlServer(bool stop) {
             detector::killProcesses(hostFileName);
         }
     } catch (const std::exception& failure) {
-        showMessageBox(caption, failure.what(), 0);
+        showMessageBox(productName, failure.what(), MessageBoxKind::error);
     }
 }
 
 void CorvaniteHost::openLogs() {
     if (!shellOpenPath(installPathOf("logs"))) {
-        showMessageBox(caption, panelMessages.text("CVCP-006017"), 0);
+        showMessageBox(productName, panelMessages.text(panelmsg::logsNotOpened),
+                       MessageBoxKind::error);
     }
 }
 

@@ -11,6 +11,10 @@
 // library. Only the installation path is kept, and the master process that the pid file names
 // (host/server_master.h); every other fact is read anew on each call.
 
+// The public host name under which web pages reach the signing server on this computer. It is a
+// build-time setting of the product (the CMake cache variable ServiceDomain).
+extern const std::string ServiceDomain;
+
 // The installation folder. Taken from the registry's "Path" at the first call, which comes during
 // static initialisation, and kept for the rest of the run; without that value it is the product's
 // folder "Ormal Co/CorvaniteHost" below the local application data folder.

@@ -8,6 +8,8 @@
 #include "foundation/registry.h"
 #include "host/host_files.h"
 
+const std::string ServiceDomain = CORVANITE_SERVICE_DOMAIN;
+
 namespace {
 
 constexpr std::string_view productKey = "Software\\Ormal Co\\CorvaniteHost";

@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "host/addon_exports.h"
+#include "host/host_facts.h"
 #include "host/host_files.h"
-#include "host/service_domain.h"
 #include "host/shared_library.h"
 
 namespace {

@@ -1,9 +1,11 @@
 #include "host/log_level.h"
 
+#include "foundation/messages/panel_messages.h"
+
 const std::array<LogLevel, 3> LogLevelTable = {{
-    {"error", "CVCP-005201"},
-    {"info", "CVCP-005202"},
-    {"debug", "CVCP-005203"},
+    {"error", panelmsg::logLevelErrors},
+    {"info", panelmsg::logLevelInformation},
+    {"debug", panelmsg::logLevelVerbose},
 }};
 
 std::atomic<std::uint8_t> selectedLogLevel{0};

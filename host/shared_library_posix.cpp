@@ -22,7 +22,7 @@ SharedLibrary::SharedLibrary(const std::string& path) {
     }
     if (this->path.empty()) {
         dlclose(handle);
-        throw std::runtime_error(commonMessages.format("CV-0002", path.c_str()));
+        throw std::runtime_error(commonMessages.format(commonmsg::filePathNotFound, path.c_str()));
     }
 }
 
@@ -33,7 +33,7 @@ SharedLibrary::~SharedLibrary() {
 SharedLibrary::Function SharedLibrary::symbol(const char* name) const {
     void* address = dlsym(handle, name);
     if (address == nullptr) {
-        throw std::runtime_error(commonMessages.format("CV-0003", name));
+        throw std::runtime_error(commonMessages.format(commonmsg::functionNotLoaded, name));
     }
     return reinterpret_cast<Function>(address);
 }

@@ -1,6 +1,6 @@
 #include "foundation/message_catalogue.h"
 #include "host/corvanite_host.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
 
 namespace {
 
@@ -25,10 +25,10 @@ std::string uptimeText(std::uint64_t seconds) {
     const std::uint64_t minutes = seconds % secondsPerHour / secondsPerMinute;
     const std::uint64_t rest = seconds % secondsPerMinute;
     // Each number stands a blank apart from its unit; the units carry the separators.
-    return twoDigits(days) + " " + panelMessages.text("CVCP-000003") + twoDigits(hours) + " " +
-           panelMessages.text("CVCP-000004") + twoDigits(minutes) + " " +
-           panelMessages.text("CVCP-000005") + twoDigits(rest) + " " +
-           panelMessages.text("CVCP-000006");
+    return twoDigits(days) + " " + panelMessages.text(panelmsg::days) + twoDigits(hours) + " " +
+           panelMessages.text(panelmsg::hours) + twoDigits(minutes) + " " +
+           panelMessages.text(panelmsg::minutes) + twoDigits(rest) + " " +
+           panelMessages.text(panelmsg::seconds);
 }
 
 std::string addressLinkText(const std::string& port) {
@@ -39,5 +39,5 @@ std::string addressLinkText(const std::string& port) {
 }
 
 std::string statusText(bool running) {
-    return panelMessages.text(running ? "CVCP-000009" : "CVCP-000010");
+    return panelMessages.text(running ? panelmsg::running : panelmsg::stopped);
 }

@@ -12,6 +12,7 @@
 #include "foundation/text.h"
 #include "host/host_facts.h"
 #include "panel/layout_depth.h"
+#include "panel/layout_ids.h"
 #include "panel/layout_numbers.h"
 #include "panel/layout_stream.h"
 #include "panel/text_resolution.h"
@@ -110,7 +111,7 @@ AppDataManager::AppDataManager(const std::string& path, const DisplayScale& scal
         menuData = document.at("menu");
         widgetData = document.at("widgets");
     } catch (const std::exception&) {
-        throw BasicException(panelMessages.text("CVCP-006013"));
+        throw BasicException(panelMessages.text(panelmsg::layoutNotRead));
     }
 }
 
@@ -132,7 +133,7 @@ std::vector<MenuItemRecord> AppDataManager::menuItems() const {
     }
     // The file holds Run and Stop side by side; the menu shows the one that fits now, and the
     // update cycle swaps it in place later.
-    const std::int32_t unwanted = isServerRunning() ? 1 : 2;
+    const std::int32_t unwanted = isServerRunning() ? commandid::run : commandid::stop;
     for (const json& element : *found) {
         MenuItemRecord item;
         item.commandId = numberOrZero(element, "commandId");

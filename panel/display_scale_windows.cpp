@@ -9,7 +9,7 @@ DisplayScale screenDisplayScale() {
     DisplayScale scale;
     HDC screen = GetDC(nullptr);
     if (screen == nullptr) {
-        throw BasicException(serviceMessages.text("CV-003001"));
+        throw BasicException(serviceMessages.text(servicemsg::interfaceNotInitialised));
     }
     scale.horizontalDpi = GetDeviceCaps(screen, LOGPIXELSX);
     scale.verticalDpi = GetDeviceCaps(screen, LOGPIXELSY);

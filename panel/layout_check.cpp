@@ -11,6 +11,7 @@
 #include "foundation/message_catalogue.h"
 #include "host/log_level.h"
 #include "panel/app_data_manager.h"
+#include "panel/layout_ids.h"
 #include "panel/layout_numbers.h"
 #include "panel/layout_stream.h"
 #include "panel/widget_kind.h"
@@ -57,45 +58,56 @@ const Section& sectionOf(WidgetKind kind) {
     return sections.back();
 }
 
-// The widgets that the program looks up by id, the kind it takes them for, the command that the
-// worker or the settings expect of them (0: any) and the entries of their list (0: any).
+// The widgets that the program looks up by id (addressedWidgets), the kind it takes them for and
+// the entries of their list (0: any).
 struct RequiredWidget {
     std::int32_t id;
     WidgetKind kind;
     const char* role;
-    std::int32_t commandId;
     std::size_t entries;
 };
 
-const std::array<RequiredWidget, 10> requiredWidgets{{
-    {2, WidgetKind::Syslink, "the server's address", 0, 0},
-    {3, WidgetKind::Label, "the server's state", 0, 0},
-    {4, WidgetKind::Label, "the operating time", 0, 0},
-    {7, WidgetKind::Button, "Run", 1, 0},
-    {8, WidgetKind::Button, "Stop", 2, 0},
-    {9, WidgetKind::Tabpanel, "the tabs", 0, 0},
-    {12, WidgetKind::Combobox, "the language", 0, 3},
-    {13, WidgetKind::Combobox, "the log level", 9, LogLevelTable.size()},
-    {14, WidgetKind::Checkbox, "port autoselection", 13, 0},
-    {15, WidgetKind::Checkbox, "UNC paths", 14, 0},
+const std::array<RequiredWidget, addressedWidgets.size()> requiredWidgets{{
+    {widgetid::addressLink, WidgetKind::Syslink, "the server's address", 0},
+    {widgetid::statusLabel, WidgetKind::Label, "the server's state", 0},
+    {widgetid::timeLabel, WidgetKind::Label, "the operating time", 0},
+    {widgetid::runButton, WidgetKind::Button, "Run", 0},
+    {widgetid::stopButton, WidgetKind::Button, "Stop", 0},
+    {widgetid::tabPanel, WidgetKind::Tabpanel, "the tabs", 0},
+    {widgetid::languageBox, WidgetKind::Combobox, "the language", 3},
+    {widgetid::logLevelBox, WidgetKind::Combobox, "the log level", LogLevelTable.size()},
+    {widgetid::portAutoselectBox, WidgetKind::Checkbox, "port autoselection", 0},
+    {widgetid::uncPathsBox, WidgetKind::Checkbox, "UNC paths", 0},
 }};
+
+// The command that the worker or the settings expect of an addressed widget (none: any).
+std::int32_t requiredCommandOf(std::int32_t id) {
+    for (const AddressedWidget& each : addressedWidgets) {
+        if (each.id == id) {
+            return each.commandId;
+        }
+    }
+    return commandid::none;
+}
 
 struct RequiredItem {
     std::int32_t commandId;
     const char* name;
 };
 
-constexpr std::array<RequiredItem, 3> requiredMenuItems{{{1, "Run"}, {2, "Stop"}, {6, "Exit"}}};
+constexpr std::array<RequiredItem, 3> requiredMenuItems{
+    {{commandid::run, "Run"}, {commandid::stop, "Stop"}, {commandid::quit, "Exit"}}};
 
 constexpr std::array<const char*, 3> languageNames{"Russian", "English", "Ukrainian"};
 
 // The ids for which the application makes a command: 1 to 14 but 7, which it refuses, and 8,
 // which the host's maker refuses; 0 (no command) only where the widget may go without one.
 bool acceptedCommand(std::int32_t id, bool noneAllowed) {
-    if (id == 0) {
+    if (id == commandid::none) {
         return noneAllowed;
     }
-    return id > 0 && id <= 14 && id != 7 && id != 8;
+    return id > commandid::none && id <= commandid::last && id != commandid::refused &&
+           id != commandid::missingOperation;
 }
 
 std::string typeProblem(const char* expected, const json& value) {
@@ -364,9 +376,10 @@ void LayoutChecker::checkRequiredWidget(const RequiredWidget& required) {
                                 " for the " + name);
         return;
     }
-    if (required.commandId != 0 && found->commandId && *found->commandId != required.commandId) {
+    const std::int32_t command = requiredCommandOf(required.id);
+    if (command != commandid::none && found->commandId && *found->commandId != command) {
         report(found->path + "/commandId",
-               "the " + name + " must carry command id " + std::to_string(required.commandId));
+               "the " + name + " must carry command id " + std::to_string(command));
     }
     if (required.entries != 0 && found->entries != required.entries) {
         report(found->path + "/" + expected.listKey,
@@ -388,7 +401,7 @@ void LayoutChecker::checkUniqueIds() {
 
 const WidgetFacts* LayoutChecker::tabPanel() const {
     const auto panel = std::find_if(widgets.begin(), widgets.end(), [](const WidgetFacts& each) {
-        return each.id == 9 && each.kind == WidgetKind::Tabpanel;
+        return each.id == widgetid::tabPanel && each.kind == WidgetKind::Tabpanel;
     });
     return panel == widgets.end() ? nullptr : &*panel;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/command.h"
+#include "panel/command.h"
 #include "panel/display_scale.h"
 
 // The records that the layout file's readers fill. They live until the widget is built from them;

@@ -5,20 +5,21 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "core/server_command.h"
 #include "foundation/message_catalogue.h"
 #include "host/host_facts.h"
+#include "panel/layout_ids.h"
 
 void MenuImp::update() {
-    if (!items_.empty()) {
+    if (!items_.empty() && serverCommands_) {
         const bool running = isServerRunning();
-        const std::int32_t wanted = running ? 2 : 1;
+        const std::int32_t wanted = running ? commandid::stop : commandid::run;
         try {
             find(wanted);
         } catch (const std::exception&) {
             // The entry keeps its place: the other one of the pair is replaced in it.
-            replaceItem(running ? 1 : 2, MenuItem{running ? "CVCP-000002" : "CVCP-000001",
-                                                  makeServerCommand(wanted)});
+            replaceItem(
+                running ? commandid::run : commandid::stop,
+                MenuItem{running ? panelmsg::stop : panelmsg::run, serverCommands_(wanted)});
         }
     }
     updateTexts();

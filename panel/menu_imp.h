@@ -2,10 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <list>
+#include <memory>
 #include <string>
+#include <utility>
 
-#include "core/uncopyable.h"
+#include "foundation/uncopyable.h"
 #include "panel/menu_item.h"
 
 // The model of the tray's popup menu: its items with their commands, in display order. The
@@ -13,8 +16,15 @@
 // below; the model decides what they are asked to do.
 class MenuImp : public Uncopyable {
 public:
+    // The maker of the server's commands that the menu swaps in for Run and Stop: the program
+    // gives it the application's, so that the menu knows no more of the host than its state.
+    using ServerCommands = std::function<std::shared_ptr<Command>(std::int32_t id)>;
+
     MenuImp() = default;
     virtual ~MenuImp() = default;
+
+    // Until it is given its maker, the menu leaves Run or Stop as it stands at each tick.
+    void setServerCommands(ServerCommands maker) { serverCommands_ = std::move(maker); }
 
     // The platform's: pops the menu up at the mouse; the choice comes back as a command event.
     virtual void popup() = 0;
@@ -57,4 +67,5 @@ protected:
 
 private:
     std::list<MenuItem> items_;
+    ServerCommands serverCommands_;
 };

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/command.h"
+#include "panel/command.h"
 
 // One entry of the tray menu. Its id is its command's id, which is also the native entry's id.
 struct MenuItem {

@@ -4,6 +4,7 @@
 #include "foundation/message_catalogue.h"
 #include "host/log_level.h"
 #include "host/nginx_config.h"
+#include "panel/layout_ids.h"
 
 namespace {
 
@@ -26,9 +27,9 @@ std::int32_t logLevelSelection() {
 
 std::int32_t startupSelection(std::int32_t widgetId) {
     switch (widgetId) {
-    case 12:
+    case widgetid::languageBox:
         return languageSelection();
-    case 13:
+    case widgetid::logLevelBox:
         return logLevelSelection();
     default:
         return 0;
@@ -37,9 +38,9 @@ std::int32_t startupSelection(std::int32_t widgetId) {
 
 bool startupChecked(std::int32_t widgetId) {
     switch (widgetId) {
-    case 14:
+    case widgetid::portAutoselectBox:
         return isPortAutoselect();
-    case 15:
+    case widgetid::uncPathsBox:
         return isUseUncPaths();
     default:
         return false;

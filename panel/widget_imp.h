@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "core/command.h"
+#include "panel/command.h"
 #include "panel/display_scale.h"
 #include "panel/layout_records.h"
 #include "panel/widget_kind.h"

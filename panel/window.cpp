@@ -7,7 +7,7 @@
 
 Window::Window(std::shared_ptr<WindowImp> imp) : imp_(std::move(imp)) {
     if (!imp_->create()) {
-        throw BasicException(panelMessages.text("CVCP-006019"));
+        throw BasicException(panelMessages.text(panelmsg::windowNotCreated));
     }
 }
 

@@ -4,49 +4,34 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/message_box.h"
 #include "foundation/language.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
 #include "host/host_options.h"
 #include "host/log_level.h"
-#include "panel/command_progress.h"
+#include "panel/layout_ids.h"
 #include "panel/tooltip_base.h"
 #include "panel/worker_thread.h"
 
-// The widgets that the program addresses by the ids of the layout file.
+std::atomic<bool> commandInProgress{false};
+
 namespace {
 
-constexpr std::int32_t addressLink = 2;
-constexpr std::int32_t statusLabel = 3;
-constexpr std::int32_t timeLabel = 4;
-constexpr std::int32_t runButton = 7;
-constexpr std::int32_t stopButton = 8;
-constexpr std::int32_t tabPanel = 9;
-constexpr std::int32_t logLevelBox = 13;
-constexpr std::int32_t portAutoselectBox = 14;
-constexpr std::int32_t uncPathsBox = 15;
-
-constexpr std::int32_t runCommandId = 1;
-constexpr std::int32_t stopCommandId = 2;
-constexpr std::int32_t logLevelCommandId = 9;
-constexpr std::int32_t portAutoselectCommandId = 13;
-constexpr std::int32_t uncPathsCommandId = 14;
-
 bool isLongRunning(std::int32_t id) {
-    return id == runCommandId || id == stopCommandId || id == logLevelCommandId;
+    return id == commandid::run || id == commandid::stop || id == commandid::logLevel;
 }
 
 // The worker takes its command from a fixed widget, whichever control or menu item asked for it.
 std::int32_t carrierOf(std::int32_t id) {
     switch (id) {
-    case runCommandId:
-        return runButton;
-    case stopCommandId:
-        return stopButton;
-    case logLevelCommandId:
-        return logLevelBox;
+    case commandid::run:
+        return widgetid::runButton;
+    case commandid::stop:
+        return widgetid::stopButton;
+    case commandid::logLevel:
+        return widgetid::logLevelBox;
     default:
         return -1;
     }
@@ -67,12 +52,12 @@ void enableIfPresent(const WindowImp& window, std::int32_t id, bool enabled) {
 // The action's word in the failure box; none for an action without one.
 std::string actionWord(std::int32_t id) {
     switch (id) {
-    case runCommandId:
-        return panelMessages.text("CVCP-006011");
-    case stopCommandId:
-        return panelMessages.text("CVCP-006012");
-    case logLevelCommandId:
-        return panelMessages.text("CVCP-006026");
+    case commandid::run:
+        return panelMessages.text(panelmsg::startAction);
+    case commandid::stop:
+        return panelMessages.text(panelmsg::stopAction);
+    case commandid::logLevel:
+        return panelMessages.text(panelmsg::logLevelAction);
     default:
         return std::string();
     }
@@ -86,26 +71,26 @@ bool busy() {
 
 bool WindowImp::update() {
     const ServerStatus status = getHost()->serverStatus();
-    const auto link = widget(addressLink);
+    const auto link = widget(widgetid::addressLink);
     link->setText(addressLinkText(status.port));
     link->setTooltipText(tooltipBase + utf8ToUtf16(status.port));
-    widget(timeLabel)->setText(status.time);
-    widget(statusLabel)->setText(statusText(status.running));
+    widget(widgetid::timeLabel)->setText(status.time);
+    widget(widgetid::statusLabel)->setText(statusText(status.running));
     if (menu_) {
         menu_->update();
     }
     // Stop still enabled means that the server ran at the last tick with nothing in progress:
     // it went down by itself. The restart is a Run like any other, one operation among the
     // others, and Stop is disabled below, so a server that stays down is tried once.
-    if (!status.running && widget(stopButton)->isEnabled()) {
-        runOnWorker(runCommandId);
+    if (!status.running && widget(widgetid::stopButton)->isEnabled()) {
+        runOnWorker(commandid::run);
     }
-    widget(runButton)->setEnabled(!busy() && !status.running);
-    widget(stopButton)->setEnabled(!busy() && status.running);
-    enableIfPresent(*this, logLevelBox, !busy());
+    widget(widgetid::runButton)->setEnabled(!busy() && !status.running);
+    widget(widgetid::stopButton)->setEnabled(!busy() && status.running);
+    enableIfPresent(*this, widgetid::logLevelBox, !busy());
     if (menu_) {
-        menu_->enableItem(runCommandId, !busy());
-        menu_->enableItem(stopCommandId, !busy());
+        menu_->enableItem(commandid::run, !busy());
+        menu_->enableItem(commandid::stop, !busy());
     }
     return status.running;
 }
@@ -146,9 +131,9 @@ void WindowImp::runOnWorker(std::int32_t id) {
         commandInProgress.store(false);
         return;
     }
-    widget(runButton)->setEnabled(false);
-    widget(stopButton)->setEnabled(false);
-    enableIfPresent(*this, logLevelBox, false);
+    widget(widgetid::runButton)->setEnabled(false);
+    widget(widgetid::stopButton)->setEnabled(false);
+    enableIfPresent(*this, widgetid::logLevelBox, false);
     if (menu_) {
         menu_->enableItem(id, false);
     }
@@ -173,8 +158,8 @@ void WindowImp::finishOnWorker(std::int32_t id) {
         // The box's caption is the title's catalogue id as it stands, not its words.
         try {
             const std::string text =
-                panelMessages.format("CVCP-006010", actionWord(id).c_str(), "Corvanite");
-            showMessageBox(title_, text, 0);
+                panelMessages.format(panelmsg::actionFailed, actionWord(id).c_str(), productName);
+            showMessageBox(title_, text, MessageBoxKind::error);
         } catch (...) {
             // Nothing is left to tell the user with; the panel goes on.
         }
@@ -185,26 +170,26 @@ void WindowImp::finishOnWorker(std::int32_t id) {
 void WindowImp::changeLanguage(std::int32_t index) {
     applyLanguage(index);
     updateTexts();
-    refreshTab(widget(tabPanel)->selectedIndex());
+    refreshTab(widget(widgetid::tabPanel)->selectedIndex());
 }
 
 void WindowImp::changeLogLevel(std::int32_t index) {
     setSelectedLogLevel(static_cast<std::uint8_t>(index));
-    runCommand(logLevelCommandId);
+    runCommand(commandid::logLevel);
 }
 
 bool WindowImp::commandEvent(std::int32_t id) {
-    if (id == portAutoselectCommandId) {
-        setPortAutoselect(widget(portAutoselectBox)->isChecked());
+    if (id == commandid::portAutoselect) {
+        setPortAutoselect(widget(widgetid::portAutoselectBox)->isChecked());
         return false;
     }
-    if (id == uncPathsCommandId) {
-        setUseUncPaths(widget(uncPathsBox)->isChecked());
+    if (id == commandid::useUncPaths) {
+        setUseUncPaths(widget(widgetid::uncPathsBox)->isChecked());
         return false;
     }
     return runCommand(id);
 }
 
 void WindowImp::changeTab() {
-    showTab(widget(tabPanel)->selectedIndex());
+    showTab(widget(widgetid::tabPanel)->selectedIndex());
 }

@@ -1,16 +1,22 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "core/uncopyable.h"
+#include "foundation/uncopyable.h"
 #include "panel/display_scale.h"
 #include "panel/layout_records.h"
 #include "panel/menu_imp.h"
 #include "panel/menu_item.h"
 #include "panel/widget_imp.h"
+
+// True while a long-running command (Run, Stop, a new log level, the watchdog's restart) works on
+// its worker thread. The interface thread takes it when it starts one, and a second request
+// meanwhile is dropped; the worker lets it go. The buttons read it at each tick.
+extern std::atomic<bool> commandInProgress;
 
 // One row of the widget table: the layout's "id" and the widget.
 struct WidgetEntry {

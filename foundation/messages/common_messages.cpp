@@ -1,5 +1,9 @@
+#include "foundation/messages/common_messages.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/messages/message_row.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -27,6 +31,13 @@ constexpr MessageRow commonMessageRows[] = {
     {"CV-0018", "Ошибка удаления раздела реестра",              "Error delete of registry key",               "Помилка видалення розділу реєстру"},
 };
 // clang-format on
+
+// Every id that the code names is a row of the table.
+constexpr bool isRow(std::string_view id) {
+    return std::ranges::any_of(commonMessageRows,
+                               [id](const MessageRow& row) { return id == row.id; });
+}
+static_assert(std::ranges::all_of(commonmsg::named, isRow));
 
 } // namespace
 

@@ -1,5 +1,9 @@
+#include "foundation/messages/panel_messages.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/messages/message_row.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -101,6 +105,13 @@ constexpr MessageRow panelMessageRows[] = {
     {"CVCP-008013", " (по умолчанию) ",                             " (default) ",                                            " (за замовчанням) "},
 };
 // clang-format on
+
+// Every id that the code names is a row of the table.
+constexpr bool isRow(std::string_view id) {
+    return std::ranges::any_of(panelMessageRows,
+                               [id](const MessageRow& row) { return id == row.id; });
+}
+static_assert(std::ranges::all_of(panelmsg::named, isRow));
 
 } // namespace
 

@@ -1,5 +1,9 @@
+#include "foundation/messages/service_messages.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/messages/message_row.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -102,6 +106,13 @@ constexpr MessageRow serviceMessageRows[] = {
     {"CV-010013", "Нет ни одного свободного порта в диапазоне %1 - %2. Для корректной работы требуется хотя бы один свободный порт в этом диапазоне", "There is no one free port in range Network port %1 - %2. At least one free port in this range is required for correct work", "Немає жодного вільного порту в діапазоні %1 - %2. Для коректної роботи потрібен хоча б один вільний порт у цьому діапазоні"},
 };
 // clang-format on
+
+// Every id that the code names is a row of the table.
+constexpr bool isRow(std::string_view id) {
+    return std::ranges::any_of(serviceMessageRows,
+                               [id](const MessageRow& row) { return id == row.id; });
+}
+static_assert(std::ranges::all_of(servicemsg::named, isRow));
 
 } // namespace
 

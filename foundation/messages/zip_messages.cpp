@@ -1,5 +1,9 @@
+#include "foundation/messages/zip_messages.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/messages/message_row.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -11,6 +15,13 @@ constexpr MessageRow zipMessageRows[] = {
     {"Z-0002", "Ошибка упаковки ZIP",   "Archive packing error",   "Помилка пакування ZIP"},
 };
 // clang-format on
+
+// Every id that the code names is a row of the table.
+constexpr bool isRow(std::string_view id) {
+    return std::ranges::any_of(zipMessageRows,
+                               [id](const MessageRow& row) { return id == row.id; });
+}
+static_assert(std::ranges::all_of(zipmsg::named, isRow));
 
 } // namespace
 

@@ -13,6 +13,6 @@ ButtonImpWindows::ButtonImpWindows(const WidgetDisposition& disposition, HINSTAN
                        requiredCommandId(command)) {
     setCommand(std::move(command));
     if (!applyStockFont()) {
-        throw BasicException(panelMessages.text("CVCP-006008"));
+        throw BasicException(panelMessages.text(panelmsg::buttonNotCreated));
     }
 }

@@ -15,7 +15,7 @@ CheckboxImpWindows::CheckboxImpWindows(const WidgetDisposition& disposition, HIN
                        requiredCommandId(command)) {
     setCommand(std::move(command));
     if (!applyStockFont()) {
-        throw BasicException(panelMessages.text("CVCP-006027"));
+        throw BasicException(panelMessages.text(panelmsg::checkboxNotCreated));
     }
     checked = startupChecked(widgetId);
     SendMessageW(handle, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);

@@ -16,7 +16,7 @@ ComboboxImpWindows::ComboboxImpWindows(const WidgetDisposition& disposition, HIN
     : WidgetImpWindows(disposition, instance, parent, L"ComboBox", comboStyle, 0) {
     setCommand(std::move(command));
     if (!applyStockFont()) {
-        throw BasicException(panelMessages.text("CVCP-006025"));
+        throw BasicException(panelMessages.text(panelmsg::comboboxNotCreated));
     }
     this->values = std::move(values);
     selection = static_cast<std::uint8_t>(startupSelection(widgetId));

@@ -11,7 +11,7 @@ LabelImpWindows::LabelImpWindows(const WidgetDisposition& disposition, HINSTANCE
                                  HWND parent)
     : WidgetImpWindows(disposition, instance, parent, L"Static", labelStyle, 0) {
     if (!applyStockFont()) {
-        throw BasicException(panelMessages.text("CVCP-006007"));
+        throw BasicException(panelMessages.text(panelmsg::labelNotCreated));
     }
     font = stockFont();
 }

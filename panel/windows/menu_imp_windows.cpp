@@ -9,19 +9,12 @@
 #include "panel/app_data_manager.h"
 #include "panel/tray_tip.h"
 
-namespace {
-
-constexpr UINT trayIconId = 202;
-constexpr UINT trayMessage = WM_USER + 1;
-
-} // namespace
-
 MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::AppDataManager& layout)
     : window(window), instance(instance), layout(layout) {
     if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr ||
         !showTrayIcon(true)) {
         Shell_NotifyIconW(NIM_DELETE, &notifyData);
-        throw BasicException(panelMessages.text("CVCP-006002"));
+        throw BasicException(panelMessages.text(panelmsg::menuNotCreated));
     }
 }
 
@@ -50,13 +43,13 @@ bool MenuImpWindows::showTrayIcon(bool add) {
         }
         return true;
     }
-    HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(trayIconId));
+    HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(programIconId));
     if (icon == nullptr) {
         return false;
     }
     notifyData.cbSize = sizeof(notifyData);
     notifyData.hWnd = window;
-    notifyData.uID = trayIconId;
+    notifyData.uID = programIconId;
     notifyData.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
     notifyData.uCallbackMessage = trayMessage;
     notifyData.hIcon = icon;

@@ -7,6 +7,11 @@
 #include "panel/app_data_manager.h"
 #include "panel/menu_imp.h"
 
+// The program's icon among the resources, shown by the window and the tray.
+constexpr WORD programIconId = 202;
+// The message that the tray icon sends its window.
+constexpr UINT trayMessage = WM_USER + 1;
+
 // The tray icon and its popup menu. The two go together: the icon is what shows the menu, and the
 // icon lives as long as this object, which the window owns.
 class MenuImpWindows : public MenuImp {

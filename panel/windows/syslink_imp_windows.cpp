@@ -4,12 +4,12 @@
 
 #include "foundation/exceptions.h"
 #include "foundation/message_catalogue.h"
+#include "panel/layout_ids.h"
 #include "panel/tooltip_base.h"
 
 namespace {
 
 constexpr DWORD linkStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
-constexpr std::int32_t servicePageCommand = 12;
 
 // A link on no tab in particular lies over the tab panel's frame and lets it show through.
 DWORD styleFor(const WidgetDisposition& disposition) {
@@ -24,9 +24,9 @@ SyslinkImpWindows::SyslinkImpWindows(const WidgetDisposition& disposition, HINST
                        requiredCommandId(command)) {
     setCommand(std::move(command));
     if (!applyStockFont()) {
-        throw BasicException(panelMessages.text("CVCP-006024"));
+        throw BasicException(panelMessages.text(panelmsg::syslinkNotCreated));
     }
-    if (commandId() == servicePageCommand && !tooltipBase.empty()) {
+    if (commandId() == commandid::openServicePage && !tooltipBase.empty()) {
         createTooltip();
     }
 }

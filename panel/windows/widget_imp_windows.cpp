@@ -15,7 +15,7 @@ WidgetImpWindows::WidgetImpWindows(const WidgetDisposition& disposition, HINSTAN
                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), instance,
                              nullptr);
     if (handle == nullptr) {
-        throw BasicException(panelMessages.text("CVCP-006006"));
+        throw BasicException(panelMessages.text(panelmsg::widgetNotCreated));
     }
     if (!displayText().empty()) {
         showText(displayText());

@@ -18,7 +18,6 @@
 namespace {
 
 constexpr UINT_PTR updateTimerId = 0;
-constexpr WORD iconId = 202;
 // A fixed-size window: caption and close box, no minimise or maximise box.
 constexpr DWORD windowStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
 
@@ -29,7 +28,7 @@ WindowImpWindows::WindowImpWindows(std::string title, PixelPair size, HINSTANCE 
     : WindowImp(std::move(title), size), instance(instance), layout(layout) {
     InitCommonControls();
     if (!registerWindowClass()) {
-        throw BasicException(panelMessages.text("CVCP-006009"));
+        throw BasicException(panelMessages.text(panelmsg::windowNotRegistered));
     }
 }
 
@@ -47,11 +46,11 @@ bool WindowImpWindows::registerWindowClass() {
     windowClass.style = CS_VREDRAW | CS_HREDRAW;
     windowClass.lpfnWndProc = staticWindowProcedure;
     windowClass.hInstance = instance;
-    windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(iconId));
+    windowClass.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(programIconId));
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_MENU + 1);
     windowClass.lpszClassName = className.c_str();
-    windowClass.hIconSm = LoadIconW(instance, MAKEINTRESOURCEW(iconId));
+    windowClass.hIconSm = LoadIconW(instance, MAKEINTRESOURCEW(programIconId));
     return RegisterClassExW(&windowClass) != 0;
 }
 

@@ -4,6 +4,7 @@
 
 #include <exception>
 
+#include "panel/layout_ids.h"
 #include "panel/windows/dispatch_failure_windows.h"
 #include "panel/windows/menu_imp_windows.h"
 #include "panel/windows/static_colour_windows.h"
@@ -12,10 +13,6 @@
 
 namespace {
 
-// The tray icon's callback message.
-constexpr UINT trayMessage = WM_USER + 1;
-constexpr std::int32_t languageBox = 12;
-constexpr std::int32_t logLevelBox = 13;
 
 HWND handleOf(const std::shared_ptr<WidgetImp>& widget) {
     return std::static_pointer_cast<WidgetImpWindows>(widget)->nativeHandle();
@@ -103,8 +100,8 @@ LRESULT WindowImpWindows::onNotify(WPARAM wParam, LPARAM lParam) {
 
 LRESULT WindowImpWindows::onCommand(WPARAM wParam, LPARAM lParam) {
     if (HIWORD(wParam) == CBN_SELCHANGE) {
-        const HWND language = handleOf(widget(languageBox));
-        const HWND logLevel = handleOf(widget(logLevelBox));
+        const HWND language = handleOf(widget(widgetid::languageBox));
+        const HWND logLevel = handleOf(widget(widgetid::logLevelBox));
         const auto control = reinterpret_cast<HWND>(lParam);
         if (control == language) {
             changeLanguage(static_cast<std::int32_t>(SendMessageW(language, CB_GETCURSEL, 0, 0)));

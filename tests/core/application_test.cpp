@@ -8,14 +8,14 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "core/message_box.h"
 #include "foundation/exceptions.h"
 #include "foundation/language.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
-#include "tests/support/panel_expect_failure.h"
-#include "tests/support/panel_layout_documents.h"
-#include "tests/support/panel_recording_application.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
+#include "tests/support/panel/expect_failure.h"
+#include "tests/support/panel/layout_documents.h"
+#include "tests/support/panel/recording_application.h"
 
 using nlohmann::json;
 

@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <vector>
 
-#include "core/message_box.h"
 #include "foundation/exceptions.h"
 #include "foundation/language.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/panel_expect_failure.h"
+#include "tests/support/panel/expect_failure.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "core/single_instance.h"
 
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include "foundation/exceptions.h"
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
-#include "tests/support/diagnostics_test_registry.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/diagnostics/test_registry.h"
+#include "tests/support/foundation/temp_folder.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 
 #include "foundation/exceptions.h"
 #include "host/detector/run_and_capture.h"
-#include "tests/support/diagnostics_commands.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/diagnostics/commands.h"
+#include "tests/support/foundation/temp_folder.h"
 
 using detector::TcpConnection;
 using detector::TcpTableRow;

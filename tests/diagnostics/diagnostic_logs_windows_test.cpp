@@ -6,7 +6,7 @@
 
 #include "foundation/exceptions.h"
 #include "host/detector/run_and_capture.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
 
 namespace {
 

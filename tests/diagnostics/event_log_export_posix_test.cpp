@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
 
 TEST(EventLogExportPosix, PosixSystemHasNoEventLogTool) {
     EXPECT_EQ(systemToolFolder(), std::nullopt);

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/filesys.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
 
 namespace {
 

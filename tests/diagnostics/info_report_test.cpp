@@ -7,16 +7,16 @@
 
 #include <gtest/gtest.h>
 
-#include "core/message_box.h"
-#include "core/shell_open.h"
 #include "diagnostics/diagnostic_logs.h"
 #include "foundation/exceptions.h"
 #include "foundation/language.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
+#include "foundation/shell_open.h"
 #include "foundation/text.h"
-#include "tests/support/diagnostics_report_installation.h"
-#include "tests/support/diagnostics_zip_reader.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/diagnostics/report_installation.h"
+#include "tests/support/diagnostics/zip_reader.h"
+#include "tests/support/foundation/temp_folder.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/diagnostics_report_installation.h"
+#include "tests/support/diagnostics/report_installation.h"
 
 using Installation = ReportInstallation;
 

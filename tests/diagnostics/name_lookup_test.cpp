@@ -7,7 +7,7 @@
 #include "foundation/exceptions.h"
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
 
 using detector::DnsRecordView;
 

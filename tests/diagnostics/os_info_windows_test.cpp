@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "diagnostics/program_files.h"
+#include "foundation/filesys.h"
 
 // The test prefix is set to Windows 10, for which the version call tells a program without a
 // supportedOS manifest entry 6.2; the name must then come through the management service.
@@ -26,7 +26,7 @@ TEST(OsInfoWindows, VersionOfThisSystemComesThroughTheManagementServiceWhenAbove
 }
 
 TEST(OsInfoWindows, BitnessFollowsTheProgramFilesFolderOfA32BitProcess) {
-    const std::string folder = programFilesAs32Bit();
+    const std::string folder = filesys::programFilesFolder();
     EXPECT_EQ(detector::queryOsInfo().bitness, folder.find("(x86)") != std::string::npos ? 64 : 32);
 }
 

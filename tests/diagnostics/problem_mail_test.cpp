@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/message_box.h"
 #include "diagnostics/proxy_info.h"
 #include "foundation/language.h"
+#include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 

@@ -6,7 +6,7 @@
 
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
-#include "tests/support/diagnostics_test_registry.h"
+#include "tests/support/diagnostics/test_registry.h"
 
 using detector::ProxyInfo;
 

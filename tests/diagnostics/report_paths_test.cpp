@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "diagnostics/system_path.h"
+#include "foundation/filesys.h"
 
 TEST(ReportPaths, EveryPathLiesBelowTheInstallationJoinedWithASlash) {
     const ReportPaths paths =
@@ -13,5 +13,5 @@ TEST(ReportPaths, EveryPathLiesBelowTheInstallationJoinedWithASlash) {
     EXPECT_EQ(paths.tmpFolder, base + "/tmp");
     EXPECT_EQ(paths.configFile, base + "/conf/nginx.conf");
     EXPECT_EQ(paths.eventLogFile, base + "/logs/Application.evtx");
-    EXPECT_EQ(paths.archivePath, systemPathForm(base + "/tmp/info.zip"));
+    EXPECT_EQ(paths.archivePath, filesys::systemPathForm(base + "/tmp/info.zip"));
 }

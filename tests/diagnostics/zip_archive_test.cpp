@@ -11,10 +11,10 @@
 #include "diagnostics/zip_records.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
-#include "tests/support/diagnostics_zip_reader.h"
-#include "tests/support/diagnostics_zip_tool_command.h"
-#include "tests/support/diagnostics_zip_tools.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/diagnostics/zip_reader.h"
+#include "tests/support/diagnostics/zip_tool_command.h"
+#include "tests/support/diagnostics/zip_tools.h"
+#include "tests/support/foundation/temp_folder.h"
 
 namespace {
 

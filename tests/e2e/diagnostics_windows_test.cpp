@@ -14,7 +14,7 @@
 #include "diagnostics/security_info.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
-#include "tests/support/diagnostics_zip_reader.h"
+#include "tests/support/diagnostics/zip_reader.h"
 
 using namespace e2e;
 

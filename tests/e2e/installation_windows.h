@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "tests/e2e/ui_driver_windows.h"
-#include "tests/support/host_model_system.h"
-#include "tests/support/settings_file_guard.h"
+#include "tests/support/foundation/settings_file_guard.h"
+#include "tests/support/host/model_system.h"
 
 // A Corvanite installation of a test's own: a folder with the server and addon doubles, the layout
 // file, "conf/nginx.conf", "logs" and "tmp", named by the registry's "Path". The registry values

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/environment_value.h"
+#include "tests/support/foundation/environment_value.h"
 
 // The POSIX body reads narrow names as a system with code page 1251 would.
 bool narrowNamesAreCodePage1251() {

@@ -4,7 +4,7 @@
 
 #include "foundation/exceptions.h"
 #include "foundation/message_catalogue.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/text.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
 
 #include <windows.h>
 

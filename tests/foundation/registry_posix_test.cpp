@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/environment_value.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/environment_value.h"
+#include "tests/support/foundation/temp_folder.h"
 
 #include <algorithm>
 #include <atomic>

@@ -10,9 +10,9 @@
 #include <string>
 #include <thread>
 
-#include "core/shell_open.h"
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
+#include "foundation/shell_open.h"
 #include "foundation/text.h"
 #include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
@@ -20,13 +20,12 @@
 #include "host/host_facts.h"
 #include "host/host_files.h"
 #include "host/log_level.h"
-#include "host/service_domain.h"
-#include "tests/support/host_double.h"
-#include "tests/support/host_model_installation.h"
-#include "tests/support/host_model_recorders.h"
-#include "tests/support/host_model_server.h"
-#include "tests/support/host_model_system.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
+#include "tests/support/host/host_double.h"
+#include "tests/support/host/model_installation.h"
+#include "tests/support/host/model_recorders.h"
+#include "tests/support/host/model_server.h"
+#include "tests/support/host/model_system.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/host_facts.h"
-#include "tests/support/host_model_installation.h"
+#include "tests/support/host/model_installation.h"
 
 // Here the version stands in a side file beside the server file.
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/host_facts.h"
-#include "tests/support/host_model_installation.h"
+#include "tests/support/host/model_installation.h"
 
 TEST(FileVersion, MissingServerFileGivesZeros) {
     const HostModelInstallation installation;

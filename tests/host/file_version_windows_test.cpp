@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/host_facts.h"
-#include "tests/support/host_model_installation.h"
+#include "tests/support/host/model_installation.h"
 #include "tools/addon_double/addon_double_version.h"
 #include "tools/host_double/host_double_version.h"
 

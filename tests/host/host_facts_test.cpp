@@ -9,8 +9,8 @@
 #include "foundation/filesys.h"
 #include "foundation/registry.h"
 #include "foundation/text.h"
-#include "tests/support/host_model_installation.h"
-#include "tests/support/host_model_system.h"
+#include "tests/support/host/model_installation.h"
+#include "tests/support/host/model_system.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include "foundation/client_properties.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
-#include "tests/support/host_model_recorders.h"
-#include "tests/support/settings_file_guard.h"
+#include "tests/support/foundation/settings_file_guard.h"
+#include "tests/support/host/model_recorders.h"
 
 namespace {
 

@@ -3,8 +3,7 @@
 #include <string>
 
 #include "host/host_facts.h"
-#include "host/service_domain.h"
-#include "tests/support/host_model_installation.h"
+#include "tests/support/host/model_installation.h"
 #include "tools/addon_double/addon_double_protocol.h"
 
 namespace {

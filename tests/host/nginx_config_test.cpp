@@ -9,8 +9,8 @@
 
 #include "foundation/message_catalogue.h"
 #include "host/log_level.h"
-#include "tests/support/host_model_installation.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
+#include "tests/support/host/model_installation.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "foundation/exceptions.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
-#include "tests/support/host_model_installation.h"
+#include "tests/support/host/model_installation.h"
 
 TEST(LibraryFileName, AddsTheDllExtension) {
     EXPECT_EQ(libraryFileName("Corvanite"), "Corvanite.dll");

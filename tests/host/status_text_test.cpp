@@ -6,7 +6,7 @@
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
-#include "host/service_domain.h"
+#include "host/host_facts.h"
 
 namespace {
 

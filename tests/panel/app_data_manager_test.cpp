@@ -17,10 +17,10 @@
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
 #include "host/host_facts.h"
-#include "tests/support/panel_expect_failure.h"
-#include "tests/support/panel_layout_documents.h"
-#include "tests/support/panel_live_window.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
+#include "tests/support/panel/expect_failure.h"
+#include "tests/support/panel/layout_documents.h"
+#include "tests/support/panel/live_window.h"
 
 using nlohmann::json;
 

@@ -15,13 +15,12 @@
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
 #include "host/host_facts.h"
-#include "host/service_domain.h"
 #include "panel/app_data_manager.h"
-#include "panel/command_progress.h"
-#include "tests/support/host_model_system.h"
-#include "tests/support/panel_layout_documents.h"
-#include "tests/support/panel_live_window.h"
-#include "tests/support/temp_folder.h"
+#include "panel/window_imp.h"
+#include "tests/support/foundation/temp_folder.h"
+#include "tests/support/host/model_system.h"
+#include "tests/support/panel/layout_documents.h"
+#include "tests/support/panel/live_window.h"
 
 // The layout file that ships with the program, CVHControlPanel.json: what the program requires of
 // it, and the whole panel built from it running over the server double.

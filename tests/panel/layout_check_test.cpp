@@ -13,9 +13,9 @@
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "panel/app_data_manager.h"
-#include "tests/support/panel_layout_documents.h"
-#include "tests/support/panel_recording_application.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/foundation/temp_folder.h"
+#include "tests/support/panel/layout_documents.h"
+#include "tests/support/panel/recording_application.h"
 
 using nlohmann::json;
 

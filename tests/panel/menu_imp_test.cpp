@@ -14,10 +14,10 @@
 #include "host/corvanite_host.h"
 #include "host/host_facts.h"
 #include "panel/tray_tip.h"
-#include "tests/support/panel_counting_command.h"
-#include "tests/support/panel_expect_failure.h"
-#include "tests/support/panel_live_window.h"
-#include "tests/support/panel_recording_menu.h"
+#include "tests/support/panel/counting_command.h"
+#include "tests/support/panel/expect_failure.h"
+#include "tests/support/panel/live_window.h"
+#include "tests/support/panel/recording_menu.h"
 
 namespace {
 
@@ -220,6 +220,8 @@ TEST_F(MenuImpTest, UpdateOfAnEmptyMenuDoesNothing) {
 
 class MenuUpdateTest : public testing::Test {
 protected:
+    void SetUp() override { menu.setServerCommands(makeServerCommand); }
+
     PanelLiveWindow panel;
     RecordingMenu menu{"CVCP-001001"};
 };

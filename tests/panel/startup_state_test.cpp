@@ -5,8 +5,8 @@
 #include "foundation/client_properties.h"
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
-#include "tests/support/host_model_installation.h"
-#include "tests/support/settings_file_guard.h"
+#include "tests/support/foundation/settings_file_guard.h"
+#include "tests/support/host/model_installation.h"
 
 namespace {
 

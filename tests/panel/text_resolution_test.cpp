@@ -11,9 +11,8 @@
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
 #include "host/host_facts.h"
-#include "host/service_domain.h"
-#include "tests/support/panel_expect_failure.h"
-#include "tests/support/panel_live_window.h"
+#include "tests/support/panel/expect_failure.h"
+#include "tests/support/panel/live_window.h"
 
 namespace {
 

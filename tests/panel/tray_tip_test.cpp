@@ -8,8 +8,8 @@
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/host_facts.h"
-#include "tests/support/host_model_installation.h"
-#include "tests/support/panel_expect_failure.h"
+#include "tests/support/host/model_installation.h"
+#include "tests/support/panel/expect_failure.h"
 
 namespace {
 

@@ -17,14 +17,13 @@
 #include "host/detector/processes.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
-#include "host/service_domain.h"
-#include "panel/command_progress.h"
 #include "panel/tooltip_base.h"
-#include "tests/support/host_double.h"
-#include "tests/support/panel_expect_failure.h"
-#include "tests/support/panel_layout_documents.h"
-#include "tests/support/panel_live_window.h"
-#include "tests/support/temp_folder.h"
+#include "panel/window_imp.h"
+#include "tests/support/foundation/temp_folder.h"
+#include "tests/support/host/host_double.h"
+#include "tests/support/panel/expect_failure.h"
+#include "tests/support/panel/layout_documents.h"
+#include "tests/support/panel/live_window.h"
 
 // The update cycle, the watchdog and the long-running commands of the layout file's window over
 // the server double.

@@ -19,14 +19,14 @@
 #include "foundation/text.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
-#include "panel/command_progress.h"
-#include "tests/support/host_model_installation.h"
-#include "tests/support/host_model_recorders.h"
-#include "tests/support/host_model_system.h"
-#include "tests/support/panel_counting_command.h"
-#include "tests/support/panel_expect_failure.h"
-#include "tests/support/panel_recording_window.h"
-#include "tests/support/settings_file_guard.h"
+#include "panel/window_imp.h"
+#include "tests/support/foundation/settings_file_guard.h"
+#include "tests/support/host/model_installation.h"
+#include "tests/support/host/model_recorders.h"
+#include "tests/support/host/model_system.h"
+#include "tests/support/panel/counting_command.h"
+#include "tests/support/panel/expect_failure.h"
+#include "tests/support/panel/recording_window.h"
 
 // The way from an event to a command, the long-running commands on their worker, and the change
 // of language, on a window whose commands are the test's own, so that no server is involved. The

@@ -11,9 +11,9 @@
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "panel/window.h"
-#include "tests/support/panel_counting_command.h"
-#include "tests/support/panel_expect_failure.h"
-#include "tests/support/panel_recording_window.h"
+#include "tests/support/panel/counting_command.h"
+#include "tests/support/panel/expect_failure.h"
+#include "tests/support/panel/recording_window.h"
 
 namespace {
 

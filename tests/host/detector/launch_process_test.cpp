@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "host/detector/processes.h"
-#include "tests/support/host_double.h"
+#include "tests/support/host/host_double.h"
 
 namespace {
 

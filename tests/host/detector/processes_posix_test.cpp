@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "host/detector/current_user.h"
-#include "tests/support/host_double.h"
+#include "tests/support/host/host_double.h"
 
 namespace {
 

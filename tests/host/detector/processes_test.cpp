@@ -9,7 +9,7 @@
 
 #include "foundation/text.h"
 #include "host/detector/current_user.h"
-#include "tests/support/host_double.h"
+#include "tests/support/host/host_double.h"
 
 namespace {
 

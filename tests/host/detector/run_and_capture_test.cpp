@@ -8,7 +8,7 @@
 
 #include "foundation/exceptions.h"
 #include "host/detector/processes.h"
-#include "tests/support/host_double.h"
+#include "tests/support/host/host_double.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "foundation/exceptions.h"
 #include "host/detector/processes.h"
 #include "host/detector/tcp_connections.h"
-#include "tests/support/host_double.h"
+#include "tests/support/host/host_double.h"
 
 namespace {
 

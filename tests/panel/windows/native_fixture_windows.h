@@ -10,11 +10,11 @@
 
 #include <gtest/gtest.h>
 
-#include "core/command.h"
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "panel/app_data_manager.h"
-#include "tests/support/temp_folder.h"
+#include "panel/command.h"
+#include "tests/support/foundation/temp_folder.h"
 
 // What the tests of the native half share: a hidden parent window, a layout file of their own,
 // commands that count their runs, and the catalogues in English.

@@ -8,8 +8,8 @@
 
 #include "diagnostics/os_info.h"
 #include "foundation/exceptions.h"
-#include "panel/command_progress.h"
 #include "panel/window.h"
+#include "panel/window_imp.h"
 #include "panel/windows/button_imp_windows.h"
 #include "panel/windows/combobox_imp_windows.h"
 #include "panel/windows/dispatch_failure_windows.h"

@@ -1,3 +1,0 @@
-#include "panel/command_progress.h"
-
-std::atomic<bool> commandInProgress{false};

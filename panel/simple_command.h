@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "panel/command.h"
+
+// A command that calls one action on a target it does not own; the target outlives the command.
+// An empty action is a deliberate state: the check boxes carry such commands only for their ids.
+template <typename Target> class SimpleCommand : public Command {
+public:
+    using Action = std::function<void(Target&)>;
+
+    SimpleCommand(std::int32_t id, Target& target, Action action)
+        : Command(id), target(target), action(std::move(action)) {}
+
+    void execute() override {
+        if (action) {
+            action(target);
+        }
+    }
+
+private:
+    Target& target;
+    const Action action;
+};

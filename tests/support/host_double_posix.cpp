@@ -1,5 +1,0 @@
-#include "tests/support/host_double.h"
-
-std::string systemPath(const std::string& buildPath) {
-    return buildPath;
-}

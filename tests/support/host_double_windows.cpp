@@ -1,6 +1,0 @@
-#include "tests/support/host_double.h"
-
-std::string systemPath(const std::string& buildPath) {
-    // Wine maps the root of the build machine's file system to drive Z:.
-    return buildPath.empty() || buildPath.front() != '/' ? buildPath : "Z:" + buildPath;
-}

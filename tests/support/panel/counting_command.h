@@ -1,0 +1,27 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+#include "panel/command.h"
+
+// A command that counts its runs and may do something more, such as fail.
+class CountingCommand : public Command {
+public:
+    explicit CountingCommand(std::int32_t id, std::function<void()> effect = nullptr)
+        : Command(id), effect(std::move(effect)) {}
+
+    void execute() override {
+        ++runs;
+        if (effect) {
+            effect();
+        }
+    }
+
+    std::atomic<int> runs{0};
+
+private:
+    std::function<void()> effect;
+};
