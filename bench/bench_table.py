@@ -115,7 +115,14 @@ def idle_cell(states: dict, state: str) -> str:
     if not usage or not baseline or not notepad:
         return missing(states, state if not usage else "baseline" if not baseline else "notepad")
     own, peer = idle_cost(usage, baseline), idle_cost(notepad, baseline)
-    shown = f"{own / peer:.2f}×" if peer > 0 else "no ratio (Notepad 0 %)"
+    # /proc counts CPU time in clock ticks of 10 ms: less than one tick over the sample reads 0.
+    tick = 1.0 / usage["seconds"]
+    if peer >= tick:
+        shown = f"{own / peer:.2f}×"
+    elif own < tick:
+        shown = f"both below one clock tick of the sample ({tick:.3f} %): no difference measured"
+    else:
+        shown = f"no ratio: Notepad below one clock tick ({tick:.3f} %), the panel above it"
     return (f"{shown} ({own:.3f} % = {usage['cpu_percent']:.3f} % + wineserver "
             f"{usage['wineserver_cpu_percent'] - baseline['wineserver_cpu_percent']:+.3f} %; "
             f"Notepad {peer:.3f} %; baseline wineserver {baseline['wineserver_cpu_percent']:.3f} %; "

@@ -24,7 +24,7 @@ prefix_wineserver() {
 
 # How long a program settles after its start, and how long it is sampled.
 settle_seconds=10
-sample_seconds=30
+sample_seconds=60
 
 # Samples over SECONDS a running process (none: the prefix alone, the baseline) and the prefix's
 # wineserver, which carries every timer message and window call of a Windows program under Wine.
