@@ -59,6 +59,19 @@ protected:
         servers.remember();
     }
 
+    // The next refresh takes this many process snapshots and finds the server on its port; the
+    // one after it takes none.
+    void expectSnapshotsOfAColdRefreshThenNone(std::uint64_t snapshots) {
+        const std::uint64_t before = detector::snapshotCount();
+        const ServerStatus status = host->serverStatus();
+        EXPECT_EQ(detector::snapshotCount() - before, snapshots);
+        EXPECT_TRUE(status.running);
+        EXPECT_EQ(status.port, std::to_string(port));
+        const std::uint64_t warm = detector::snapshotCount();
+        EXPECT_TRUE(host->serverStatus().running);
+        EXPECT_EQ(detector::snapshotCount(), warm);
+    }
+
     std::wstring box(std::size_t index) const { return boxes.boxes().at(index).text; }
     std::wstring words(const char* id) const { return fromCp1251(panelMessages.text(id)); }
 
@@ -268,30 +281,16 @@ TEST_F(HostModel, AColdRefreshLooksForTheMasterAndItsWorkerAsBefore) {
     // A start or stop that begins forgets the connection and the master; this one fails at once.
     installation.remove("logs");
     EXPECT_THROW(host->controlServer(true), std::runtime_error);
-    const std::uint64_t before = detector::snapshotCount();
-    const ServerStatus status = host->serverStatus();
     // One snapshot for the master, one for its worker.
-    EXPECT_EQ(detector::snapshotCount() - before, 2u);
-    EXPECT_TRUE(status.running);
-    EXPECT_EQ(status.port, std::to_string(port));
-    const std::uint64_t warm = detector::snapshotCount();
-    EXPECT_TRUE(host->serverStatus().running);
-    EXPECT_EQ(detector::snapshotCount(), warm);
+    expectSnapshotsOfAColdRefreshThenNone(2);
 }
 
 TEST_F(HostModel, APidFileWrittenAgainMakesTheNextRefreshLookForTheMaster) {
     startWithServer();
     ASSERT_TRUE(runningStatus(*host).running);
     installation.writeText("nginx.pid", installation.readText("nginx.pid"));
-    const std::uint64_t before = detector::snapshotCount();
-    const ServerStatus status = host->serverStatus();
     // The connection is still known: the master alone is looked for.
-    EXPECT_EQ(detector::snapshotCount() - before, 1u);
-    EXPECT_TRUE(status.running);
-    EXPECT_EQ(status.port, std::to_string(port));
-    const std::uint64_t warm = detector::snapshotCount();
-    EXPECT_TRUE(host->serverStatus().running);
-    EXPECT_EQ(detector::snapshotCount(), warm);
+    expectSnapshotsOfAColdRefreshThenNone(1);
 }
 
 TEST_F(HostModel, APidFileChangedWhileTheMasterRunsIsReadAtTheNextRefresh) {

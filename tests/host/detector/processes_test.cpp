@@ -57,14 +57,19 @@ TEST(Processes, SnapshotHoldsALaunchedProcessWithItsName) {
     EXPECT_TRUE(detector::processExists(process.pid));
 }
 
-TEST(Processes, ProcessThatIsGoneDoesNotExist) {
-    std::uint32_t pid = 0;
-    {
-        const LingeringProcess process;
-        pid = process.pid;
-        ASSERT_NE(pid, 0u);
-        EXPECT_TRUE(detector::native::processCreationTime(pid).has_value());
+// The pid of a lingering process that has been ended, seen with its creation time while it ran;
+// 0 when it didn't start.
+std::uint32_t pidOfAGoneProcess() {
+    const LingeringProcess process;
+    if (process.pid != 0) {
+        EXPECT_TRUE(detector::native::processCreationTime(process.pid).has_value());
     }
+    return process.pid;
+}
+
+TEST(Processes, ProcessThatIsGoneDoesNotExist) {
+    const std::uint32_t pid = pidOfAGoneProcess();
+    ASSERT_NE(pid, 0u);
     EXPECT_FALSE(detector::processExists(pid));
     EXPECT_EQ(detector::processUptime(pid), 0u);
     EXPECT_FALSE(detector::native::processCreationTime(pid).has_value());
@@ -150,12 +155,8 @@ TEST(Processes, AHeldProcessCountsItsAgeAsTheUptimeDoes) {
 }
 
 TEST(Processes, AProcessThatIsGoneCanNotBeHeld) {
-    std::uint32_t pid = 0;
-    {
-        const LingeringProcess process;
-        pid = process.pid;
-        ASSERT_NE(pid, 0u);
-    }
+    const std::uint32_t pid = pidOfAGoneProcess();
+    ASSERT_NE(pid, 0u);
     EXPECT_FALSE(detector::ProcessIdentity::hold(pid).has_value());
 }
 
