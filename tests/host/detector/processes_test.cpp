@@ -83,11 +83,17 @@ TEST(Processes, ChildProcessIdOfAProcessWithoutChildrenIsZero) {
     EXPECT_EQ(detector::childProcessId(process.pid, process.name()), 0u);
     const std::uint32_t child = detector::childProcessId(process.pid);
     if (child != 0) {
-        for (const detector::ProcessEntry& entry : detector::listProcesses()) {
-            if (entry.pid == child) {
-                EXPECT_EQ(entry.exeName, L"conhost.exe");
+        // A process that is being started may stand in the list before its name does.
+        std::wstring name;
+        eventually([&] {
+            for (const detector::ProcessEntry& entry : detector::listProcesses()) {
+                if (entry.pid == child) {
+                    name = entry.exeName;
+                }
             }
-        }
+            return !name.empty();
+        });
+        EXPECT_EQ(name, L"conhost.exe");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "tests/support/host/host_double.h"
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -46,10 +47,25 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
     }
 }
 
+namespace {
+
+std::set<std::uint32_t> consoleHosts() {
+    std::set<std::uint32_t> pids;
+    for (const detector::ProcessEntry& entry : detector::listProcesses()) {
+        if (entry.exeName == L"conhost.exe") {
+            pids.insert(entry.pid);
+        }
+    }
+    return pids;
+}
+
+} // namespace
+
 DoubleInstallation::DoubleInstallation(std::string exeName)
     : exeName_(std::move(exeName)), sharedName_(exeName_ == "CorvaniteHost.exe") {
     std::filesystem::copy_file(nativePath(hostDoubleExecutable()), nativePath(executable()));
     std::filesystem::create_directories(nativePath(file("conf")));
+    consoleHostsBefore_ = consoleHosts();
 }
 
 DoubleInstallation::~DoubleInstallation() {
@@ -138,11 +154,33 @@ void DoubleInstallation::endProcesses() {
         }
         return pids.empty();
     });
-    // A console double has a console host for a child. Under Wine the host of a killed double can
-    // stay, holding the test runner's output open; it goes with the double.
-    for (const detector::ProcessEntry& entry : detector::listProcesses()) {
-        if (entry.exeName == L"conhost.exe" && known_.count(entry.parentPid) != 0) {
-            detector::native::terminateProcess(entry.pid);
+    endConsoleHosts();
+}
+
+// A console double has a console host for a child. Under Wine the host of a killed double can
+// stay, holding the test runner's output open; it goes with the double: a host whose client was
+// one of the copy's processes, or that came while the copy ran and whose client is gone. A host
+// that is still starting stands in the process list without its name yet.
+void DoubleInstallation::endConsoleHosts() const {
+    eventually([&] {
+        const std::vector<detector::ProcessEntry> processes = detector::listProcesses();
+        const auto exists = [&processes](std::uint32_t pid) {
+            return std::any_of(
+                processes.begin(), processes.end(),
+                [pid](const detector::ProcessEntry& entry) { return entry.pid == pid; });
+        };
+        bool left = false;
+        for (const detector::ProcessEntry& entry : processes) {
+            const bool ofOurs = known_.count(entry.parentPid) != 0;
+            const bool orphanedSince = entry.exeName == L"conhost.exe" &&
+                                       consoleHostsBefore_.count(entry.pid) == 0 &&
+                                       !exists(entry.parentPid);
+            if ((ofOurs && (entry.exeName == L"conhost.exe" || entry.exeName.empty())) ||
+                orphanedSince) {
+                detector::native::terminateProcess(entry.pid);
+                left = true;
+            }
         }
-    }
+        return !left;
+    });
 }

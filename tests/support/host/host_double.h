@@ -69,9 +69,13 @@ public:
 
 private:
     bool isOurs(std::uint32_t pid, std::uint32_t parentPid) const;
+    // Ends the console hosts that the copy's processes leave.
+    void endConsoleHosts() const;
 
     TempFolder temp_;
     std::string exeName_;
     bool sharedName_;
     std::set<std::uint32_t> known_;
+    // The console hosts that were there before the copy ran: none of them is its.
+    std::set<std::uint32_t> consoleHostsBefore_;
 };
