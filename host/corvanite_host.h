@@ -15,10 +15,10 @@ struct ServerStatus {
 };
 
 // The control panel's model of the supervised server, "CorvaniteHost.exe" in the installation
-// folder. There is one per process (getHost). Nothing in it remembers that the server runs: every
-// refresh asks the system again, the held master process (host/server_master.h) whether it still
-// runs, and only the address and port of the server's connection are cached while the server
-// stays up. Destroying it doesn't touch the server.
+// folder. There is one per process (getHost). Every refresh asks the system whether the server
+// runs: the held master process (host/server_master.h) while the pid file stays as it was, a
+// process snapshot otherwise; only the address and port of the server's connection are cached
+// while the server stays up. Destroying it doesn't touch the server.
 class CorvaniteHost {
 public:
     // Starts the server unless it runs already, and waits for it for up to 90 seconds. A failure
