@@ -38,7 +38,7 @@ ZipArchive archiveOfFiles(const std::vector<std::string>& files) {
 }
 
 void writeArchive(const ZipArchive& archive, const std::string& archivePath) {
-    filesys::writeFile(archivePath, archive.pack());
+    filesys::replaceFile(archivePath, archive.pack());
     detector::waitUntil(archiveSeconds,
                         [&archivePath] { return filesys::exists(archivePath.c_str()); });
 }

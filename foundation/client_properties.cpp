@@ -57,7 +57,7 @@ void save(const std::string& path, const Properties& properties) {
         throw BasicException(writeFailureCode, serviceMessages.text(servicemsg::dataTooLarge), "");
     }
     try {
-        filesys::writeFile(path, std::vector<std::uint8_t>(text.begin(), text.end()));
+        filesys::replaceFile(path, std::vector<std::uint8_t>(text.begin(), text.end()));
     } catch (const filesys::FileIOError&) {
         throw BasicException(writeFailureCode, serviceMessages.text(servicemsg::propertyNotWritten),
                              "");

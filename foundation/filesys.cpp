@@ -97,7 +97,7 @@ std::vector<std::uint8_t> readFile(std::string_view path, std::uint32_t minSize,
     }
 }
 
-// Only the open is checked: the stream's state after writing and closing is not looked at.
+// The close flushes the runtime's buffer, so only the state after it tells a full disk.
 void writeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) {
     try {
         std::ofstream stream;
@@ -107,6 +107,9 @@ void writeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) {
         stream.write(reinterpret_cast<const char*>(bytes.data()),
                      static_cast<std::streamsize>(bytes.size()));
         stream.close();
+        if (stream.fail()) {
+            throw WriteFileError(path);
+        }
     } catch (...) {
         throw WriteFileError(path);
     }
@@ -114,6 +117,36 @@ void writeFile(std::string_view path, const std::vector<std::uint8_t>& bytes) {
 
 void writeFile(std::string_view base, const char* name, const std::vector<std::uint8_t>& bytes) {
     writeFile(joinPath(base, name), bytes);
+}
+
+std::string sideFileOf(std::string_view path) {
+    return std::string(path) + ".new";
+}
+
+void writeSideFile(std::string_view path, const std::vector<std::uint8_t>& bytes) {
+    const std::string side = sideFileOf(path);
+    try {
+        writeFile(side, bytes);
+        if (!native::flushToDisk(side)) {
+            throw WriteFileError(side);
+        }
+    } catch (...) {
+        native::removeFile(side);
+        throw WriteFileError(path);
+    }
+}
+
+void moveSideFileOver(std::string_view path) {
+    const std::string side = sideFileOf(path);
+    if (!native::moveOver(side, path)) {
+        native::removeFile(side);
+        throw WriteFileError(path);
+    }
+}
+
+void replaceFile(std::string_view path, const std::vector<std::uint8_t>& bytes) {
+    writeSideFile(path, bytes);
+    moveSideFileOver(path);
 }
 
 bool deleteFile(std::string_view path) {

@@ -34,13 +34,24 @@ std::vector<std::string> listDirectory(std::string_view path, bool files, bool f
 std::vector<std::uint8_t> readFile(std::string_view path, std::uint32_t minSize = 0,
                                    std::uint32_t maxSize = 0);
 
-// Replaces the file's content in place, creating a missing file in an existing folder. Only a
-// failure to open is reported (WriteFileError); a write that fails later goes unnoticed.
+// Replaces the file's content in place, creating a missing file in an existing folder. The stream
+// is checked after the close, so a full disk fails like a file that can't be opened:
+// WriteFileError in every case.
 void writeFile(std::string_view path, const std::vector<std::uint8_t>& bytes);
 void writeFile(std::string_view base, const char* name, const std::vector<std::uint8_t>& bytes);
 template <typename Iterator> void writeFile(std::string_view path, Iterator begin, Iterator end) {
     writeFile(path, std::vector<std::uint8_t>(begin, end));
 }
+
+// Replaces the file whole: the bytes go to its side file in the same folder, are flushed to the
+// disk, and the side file then takes the file's place in one move. The old file stays whole until
+// the new one is; a failure at any step is WriteFileError and leaves no side file behind.
+void replaceFile(std::string_view path, const std::vector<std::uint8_t>& bytes);
+// The two halves of replaceFile. The side file is the path with ".new" behind it: a side file
+// left by a process that ended between the halves is overwritten by the next replacement.
+std::string sideFileOf(std::string_view path);
+void writeSideFile(std::string_view path, const std::vector<std::uint8_t>& bytes);
+void moveSideFileOver(std::string_view path);
 
 // True when the file is gone, also when it was never there; false for any other failure.
 bool deleteFile(std::string_view path);
@@ -73,6 +84,10 @@ ListOutcome listFolder(std::string_view path, std::vector<FolderEntry>& entries)
 // never opens.
 bool openInput(std::ifstream& stream, std::string_view path);
 bool openOutput(std::ofstream& stream, std::string_view path);
+// Asks the system to put a written file's content on the disk.
+bool flushToDisk(std::string_view path);
+// Moves a file over another in the same folder, replacing it in one step.
+bool moveOver(std::string_view from, std::string_view to);
 // Whether a narrow stream opens the file under its name in code page 1251.
 bool opensNarrow(std::string_view path);
 // True when the file was removed or was not there; a missing folder is not "not there".

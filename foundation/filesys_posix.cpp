@@ -3,8 +3,10 @@
 #include "foundation/text.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -120,6 +122,19 @@ bool openInput(std::ifstream& stream, std::string_view path) {
 bool openOutput(std::ofstream& stream, std::string_view path) {
     stream.open(text(path), std::ios::out | std::ios::trunc | std::ios::binary);
     return stream.is_open();
+}
+
+bool flushToDisk(std::string_view path) {
+    const int file = open(text(path).c_str(), O_WRONLY | O_CLOEXEC);
+    if (file < 0) {
+        return false;
+    }
+    const bool flushed = fsync(file) == 0;
+    return close(file) == 0 && flushed;
+}
+
+bool moveOver(std::string_view from, std::string_view to) {
+    return std::rename(text(from).c_str(), text(to).c_str()) == 0;
 }
 
 // The narrow route of Windows, where the system's code page is 1251: a name survives it only when

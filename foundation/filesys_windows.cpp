@@ -63,6 +63,23 @@ bool openOutput(std::ofstream& stream, std::string_view path) {
     return stream.is_open();
 }
 
+bool flushToDisk(std::string_view path) {
+    const HANDLE file = CreateFileW(utf8ToUtf16(path).c_str(), GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    const bool flushed = FlushFileBuffers(file) != 0;
+    return CloseHandle(file) != 0 && flushed;
+}
+
+// Write-through: the call returns once the move itself is on the disk.
+bool moveOver(std::string_view from, std::string_view to) {
+    return MoveFileExW(utf8ToUtf16(from).c_str(), utf8ToUtf16(to).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
 // A narrow name reaches the system in its ANSI code page: Cyrillic names are found only where that
 // is code page 1251.
 bool opensNarrow(std::string_view path) {

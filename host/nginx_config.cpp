@@ -73,7 +73,7 @@ int NginxConfig::writeLevel() {
     }
     const std::string content = before + word + after;
     try {
-        filesys::writeFile(path, std::vector<std::uint8_t>(content.begin(), content.end()));
+        filesys::replaceFile(path, std::vector<std::uint8_t>(content.begin(), content.end()));
     } catch (const filesys::WriteFileError&) {
         return Refused;
     }

@@ -202,6 +202,60 @@ TEST(FileSystem, WriteFileIntoMissingFolderFails) {
     EXPECT_THROW(filesys::writeFile(folder.path(), bytesOf("x")), filesys::WriteFileError);
 }
 
+TEST(FileSystem, ReplaceFileWritesExactBytesAndLeavesNoSideFile) {
+    const TempFolder folder;
+    const std::string file = folder.file("nginx.conf");
+    filesys::replaceFile(file, bytesOf("first, longer content\r\n"));
+    filesys::replaceFile(file, bytesOf("second\n"));
+    EXPECT_EQ(filesys::readFile(file), bytesOf("second\n"));
+    EXPECT_FALSE(isThere(filesys::sideFileOf(file)));
+    EXPECT_EQ(sorted(filesys::listDirectory(folder.path(), true, true, false)),
+              Names{"nginx.conf"});
+}
+
+TEST(FileSystem, ReplaceFileOverwritesASideFileLeftBehind) {
+    const TempFolder folder;
+    const std::string file = folder.file("settings.properties");
+    makeFile(file, "old");
+    makeFile(filesys::sideFileOf(file), "a half-written leftover that is longer");
+    filesys::replaceFile(file, bytesOf("new"));
+    EXPECT_EQ(filesys::readFile(file), bytesOf("new"));
+    EXPECT_FALSE(isThere(filesys::sideFileOf(file)));
+}
+
+TEST(FileSystem, ReplaceFileIntoMissingFolderFailsWithThePath) {
+    const TempFolder folder;
+    const std::string file = folder.file("missing/out.txt");
+    try {
+        filesys::replaceFile(file, bytesOf("x"));
+        FAIL() << "a file was written into a missing folder";
+    } catch (const filesys::WriteFileError& error) {
+        EXPECT_EQ(error.path(), file);
+    }
+}
+
+// A folder in the file's place can't be replaced: the move fails, the folder stays, and the side
+// file is cleared away.
+TEST(FileSystem, ReplaceFileWhoseMoveFailsKeepsTheOldAndClearsTheSideFile) {
+    const TempFolder folder;
+    const std::string file = folder.file("conf");
+    makeFolder(file);
+    makeFile(file + "/inside.txt", "kept");
+    EXPECT_THROW(filesys::replaceFile(file, bytesOf("x")), filesys::WriteFileError);
+    EXPECT_EQ(filesys::readFile(file + "/inside.txt"), bytesOf("kept"));
+    EXPECT_FALSE(isThere(filesys::sideFileOf(file)));
+}
+
+TEST(FileSystem, SideFileWrittenButNotMovedLeavesTheOldFileWhole) {
+    const TempFolder folder;
+    const std::string file = folder.file("nginx.conf");
+    makeFile(file, "error_log logs/error.log info;");
+    filesys::writeSideFile(file, bytesOf("error_log logs/error.log debug;"));
+    EXPECT_EQ(filesys::readFile(file), bytesOf("error_log logs/error.log info;"));
+    filesys::moveSideFileOver(file);
+    EXPECT_EQ(filesys::readFile(file), bytesOf("error_log logs/error.log debug;"));
+}
+
 TEST(FileSystem, DeleteFileOfMissingFileIsTrue) {
     const TempFolder folder;
     EXPECT_TRUE(filesys::deleteFile(folder.file("missing.txt")));
