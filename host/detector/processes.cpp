@@ -130,4 +130,9 @@ std::uint64_t processUptime(std::uint32_t pid) {
     return native::processAgeSeconds(pid);
 }
 
+std::uint64_t wholeSecondsBetween(std::uint64_t start, std::uint64_t now,
+                                  std::uint64_t ticksPerSecond) {
+    return now > start ? (now - start) / ticksPerSecond : 0;
+}
+
 } // namespace detector

@@ -92,6 +92,11 @@ private:
 };
 
 // What each system provides beneath the functions above.
+// Whole seconds from start to now, both in ticks of the given rate; 0 when the clock stands before
+// the start, as after the system clock was put back.
+std::uint64_t wholeSecondsBetween(std::uint64_t start, std::uint64_t now,
+                                  std::uint64_t ticksPerSecond);
+
 namespace native {
 
 // Every process of the machine, as listProcesses gives it, without counting.

@@ -96,7 +96,7 @@ std::uint64_t secondsSinceCreation(std::uint64_t created) {
     const std::uint64_t nowTicks =
         static_cast<std::uint64_t>(now.tv_sec) * ticksPerSecond +
         static_cast<std::uint64_t>(now.tv_nsec) * ticksPerSecond / 1000000000U;
-    return nowTicks > created ? (nowTicks - created) / ticksPerSecond : 0;
+    return wholeSecondsBetween(created, nowTicks, ticksPerSecond);
 }
 
 std::uint64_t processAgeSeconds(std::uint32_t pid) {

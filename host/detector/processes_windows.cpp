@@ -81,7 +81,7 @@ std::uint64_t secondsSinceCreation(std::uint64_t created) {
     GetSystemTime(&nowSystem);
     FILETIME now{};
     SystemTimeToFileTime(&nowSystem, &now);
-    return (hundredNanoseconds(now) - toMilliseconds(creation)) / 10000000;
+    return wholeSecondsBetween(toMilliseconds(creation), hundredNanoseconds(now), 10000000);
 }
 
 std::uint64_t processAgeSeconds(std::uint32_t pid) {

@@ -147,6 +147,19 @@ TEST_F(HostFacts, PidBeyondThirtyTwoBitsRaisesOutOfRange) {
     }
 }
 
+// A sign would wrap around at the width of unsigned long, which differs between the systems.
+TEST_F(HostFacts, PidWithASignRaisesInvalidArgumentOnEverySystem) {
+    for (const char* text : {"-1\r\n", "-4294967295\r\n", "+1234\r\n", "  -0\n", "\t+7"}) {
+        installation.writeText("nginx.pid", text);
+        try {
+            readServerPid();
+            FAIL() << "a pid with a sign was taken: " << text;
+        } catch (const std::invalid_argument& failure) {
+            EXPECT_STREQ(failure.what(), "invalid stoul argument") << text;
+        }
+    }
+}
+
 TEST_F(HostFacts, MissingPidFileRaisesReadFileError) {
     EXPECT_THROW(readServerPid(), filesys::ReadFileError);
 }

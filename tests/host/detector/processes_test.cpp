@@ -311,3 +311,13 @@ TEST(Processes, OwnerOfALaunchedProcessIsTheCurrentUser) {
 }
 
 } // namespace
+
+// A clock put back past the server's start would otherwise wrap around to millions of days.
+TEST(Processes, SecondsBetweenAStartAndAnEarlierClockAreZero) {
+    EXPECT_EQ(detector::wholeSecondsBetween(1000, 999, 100), 0u);
+    EXPECT_EQ(detector::wholeSecondsBetween(1000, 0, 100), 0u);
+    EXPECT_EQ(detector::wholeSecondsBetween(1000, 1000, 100), 0u);
+    EXPECT_EQ(detector::wholeSecondsBetween(1000, 1099, 100), 0u);
+    EXPECT_EQ(detector::wholeSecondsBetween(1000, 1100, 100), 1u);
+    EXPECT_EQ(detector::wholeSecondsBetween(0, 864000000000, 10000000), 86400u);
+}
