@@ -20,10 +20,25 @@ using MessageTables = std::map<int, MessageTable>;
 // Replaces %1 to %5 by the arguments, in rising order. A null argument leaves its placeholder
 // as it stands; an empty one removes it. After each replacement the search goes on, finding also
 // a placeholder that the argument forms with the text around it, but never one inside an argument
-// that would otherwise be replaced without end.
+// that would otherwise be replaced without end. The text never grows past substitutionCap: there it
+// is cut and ends in "…" written in the text's code, and no later argument is put in. The text is
+// UTF-8 here; the catalogue's format works on its words in code page 1251.
 std::string substitutePlaceholders(std::string_view pattern, const char* a1 = nullptr,
                                    const char* a2 = nullptr, const char* a3 = nullptr,
                                    const char* a4 = nullptr, const char* a5 = nullptr);
+
+// The codes of the program's texts: where a text is cut, "…" is 0x85 in code page 1251 and
+// E2 80 A6 in UTF-8, whose letters are never cut in two.
+enum class TextCode { utf8, cp1251 };
+std::string substitutePlaceholdersIn(TextCode code, std::string_view pattern,
+                                     const char* a1 = nullptr, const char* a2 = nullptr,
+                                     const char* a3 = nullptr, const char* a4 = nullptr,
+                                     const char* a5 = nullptr);
+
+// The template's length plus 4 KiB for each argument that is given.
+std::size_t substitutionCap(std::string_view pattern, const char* a1 = nullptr,
+                            const char* a2 = nullptr, const char* a3 = nullptr,
+                            const char* a4 = nullptr, const char* a5 = nullptr);
 
 // Turns the UTF-8 rows of a catalogue into its three tables of code page 1251 words.
 MessageTables buildMessageTables(std::span<const MessageRow> rows);

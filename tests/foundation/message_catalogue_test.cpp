@@ -183,3 +183,84 @@ TEST(SubstitutePlaceholders, PlaceholderFormedWithTheTextAroundIsReplaced) {
     EXPECT_EQ(substitutePlaceholders("%1%1", "1%"), "11%%");
     EXPECT_EQ(substitutePlaceholders("%%%1", "x"), "%%x");
 }
+
+namespace {
+
+const std::string utf8Ellipsis = "\xE2\x80\xA6";
+
+struct CapCase {
+    const char* name;
+    std::string pattern;
+    std::string a1;
+    std::string a2;   // "-" leaves it out
+    std::size_t size; // of the result
+    bool cut;         // whether it ends in the ellipsis
+};
+
+} // namespace
+
+TEST(SubstitutePlaceholders, CapIsTheTemplateAndFourKiBPerGivenArgument) {
+    EXPECT_EQ(substitutionCap("%1"), 2u);
+    EXPECT_EQ(substitutionCap("%1", "a"), 2u + 4096u);
+    EXPECT_EQ(substitutionCap("%1 %3", "a", nullptr, "c"), 5u + 2 * 4096u);
+    EXPECT_EQ(substitutionCap("", "", "", "", "", ""), 5 * 4096u);
+}
+
+TEST(SubstitutePlaceholders, TextIsCutAtTheCapAndEndsInAnEllipsis) {
+    const CapCase cases[] = {
+        {"fits exactly", "%1", std::string(4098, 'x'), "-", 4098, false},
+        {"one byte over", "%1", std::string(4099, 'x'), "-", 4098, true},
+        {"two copies over", "%1%1", std::string(3000, 'x'), "-", 4100, true},
+        {"second argument has room", "%1%2", std::string(5000, 'x'), "y", 5001, false},
+        {"second argument over", "%1%2", std::string(5000, 'x'), std::string(5000, 'y'), 8196,
+         true},
+        {"shrinking stays", "%1%1%1", "", "", 0, false},
+    };
+    for (const CapCase& c : cases) {
+        const char* a2 = c.a2 == "-" ? nullptr : c.a2.c_str();
+        const std::string result = substitutePlaceholders(c.pattern, c.a1.c_str(), a2);
+        EXPECT_EQ(result.size(), c.size) << c.name;
+        EXPECT_LE(result.size(), substitutionCap(c.pattern, c.a1.c_str(), a2)) << c.name;
+        EXPECT_EQ(result.ends_with(utf8Ellipsis), c.cut) << c.name;
+    }
+}
+
+// Each pass puts ten placeholders of the next one in place of one: the text would grow tenfold.
+TEST(SubstitutePlaceholders, ArgumentsThatMultiplyTheTextStopAtTheCap) {
+    const std::string tenOf2 = "%2%2%2%2%2%2%2%2%2%2";
+    const std::string tenOf3 = "%3%3%3%3%3%3%3%3%3%3";
+    const std::string tenOf4 = "%4%4%4%4%4%4%4%4%4%4";
+    const std::string tenOf5 = "%5%5%5%5%5%5%5%5%5%5";
+    const std::string result = substitutePlaceholders("%1", tenOf2.c_str(), tenOf3.c_str(),
+                                                      tenOf4.c_str(), tenOf5.c_str(), "%%%%%%%%%3");
+    EXPECT_EQ(result.size(), 2u + 5 * 4096u);
+    EXPECT_TRUE(result.ends_with(utf8Ellipsis));
+}
+
+TEST(SubstitutePlaceholders, AUtf8LetterIsNeverCutInTwo) {
+    const std::string letters = "\xD0\x9F\xD1\x80"; // two Cyrillic letters of two bytes each
+    std::string argument;
+    while (argument.size() < 5000) {
+        argument += letters;
+    }
+    for (const std::string pattern : {"%1", "a%1", "ab%1"}) {
+        const std::string result = substitutePlaceholders(pattern, argument.c_str());
+        ASSERT_TRUE(result.ends_with(utf8Ellipsis)) << pattern;
+        const std::string kept = result.substr(0, result.size() - utf8Ellipsis.size());
+        EXPECT_EQ(kept, (pattern.substr(0, pattern.size() - 2) + argument).substr(0, kept.size()));
+        EXPECT_EQ(cp1251ToUtf8(utf8ToCp1251(kept)), kept) << "a letter was cut: " << pattern;
+        EXPECT_LE(result.size(), substitutionCap(pattern, argument.c_str()));
+        EXPECT_GE(result.size() + 2, substitutionCap(pattern, argument.c_str()));
+    }
+}
+
+// The catalogue's words are in code page 1251, so their ellipsis is the one byte 0x85.
+TEST(SubstitutePlaceholders, WordsInCodePage1251EndInItsEllipsis) {
+    const std::string argument(5000, 'x');
+    const std::string result = substitutePlaceholdersIn(TextCode::cp1251, "%1", argument.c_str());
+    EXPECT_EQ(result, std::string(4097, 'x') + "\x85");
+    LanguageScope english(commonMessages, Language::English);
+    const std::string formatted = commonMessages.format("CV-0006", argument.c_str());
+    EXPECT_EQ(formatted.size(), std::string(commonMessages.text("CV-0006")).size() + 4096);
+    EXPECT_EQ(formatted.back(), '\x85');
+}
