@@ -23,7 +23,7 @@ target_link_libraries(corvanite_zlib INTERFACE ZLIB::ZLIB)
 add_library(corvanite_platform_libs INTERFACE)
 if(WIN32)
     target_link_libraries(corvanite_platform_libs INTERFACE
-        comctl32 shell32 ole32 oleaut32 wbemuuid uuid advapi32 version iphlpapi ws2_32 dnsapi gdi32 user32)
+        comctl32 shell32 ole32 oleaut32 wbemuuid uuid advapi32 ws2_32 gdi32 user32)
     target_compile_definitions(corvanite_platform_libs INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
 else()
     find_package(Threads REQUIRED)

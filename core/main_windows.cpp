@@ -8,6 +8,7 @@
 #include "core/program_entry.h"
 #include "core/single_instance.h"
 #include "foundation/language.h"
+#include "foundation/system_library_windows.h"
 #include "foundation/text.h"
 #include "host/host_facts.h"
 #include "panel/app_data_manager.h"
@@ -34,6 +35,8 @@ StartupSteps controlPanelSteps() {
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
+    // Before anything loads a library: none comes from the program's folder or the current one.
+    searchLibrariesInTheSystemFolderOnly();
     // The whole line, not split into arguments.
     const std::string line = utf16ToUtf8(std::wstring_view(commandLine, std::wcslen(commandLine)));
     return runControlPanel(line, controlPanelSteps());

@@ -5,8 +5,6 @@
 #include "foundation/text.h"
 #include "host/host_facts.h"
 
-const char* const nslookupCommandFormat = "nslookup %1";
-
 namespace detector {
 
 std::vector<std::string> answerTexts(const std::vector<DnsRecordView>& records,

@@ -10,6 +10,7 @@
 
 // ping counts its echoes with -c here; -n would only turn off name look-ups and ping forever.
 const char* const pingCommandFormat = "ping -c 1 %1";
+const char* const nslookupCommandFormat = "nslookup %1";
 
 namespace detector {
 

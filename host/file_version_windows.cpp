@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "foundation/system_library_windows.h"
 #include "foundation/text.h"
 
 namespace {
@@ -11,22 +12,41 @@ namespace {
 // The root block of a version resource holds the fixed file information.
 constexpr DWORD fixedInfoSignature = 0xFEEF04BD;
 
+using SizeFunction = DWORD(WINAPI*)(LPCWSTR, LPDWORD);
+using InfoFunction = BOOL(WINAPI*)(LPCWSTR, DWORD, DWORD, LPVOID);
+using QueryFunction = BOOL(WINAPI*)(LPCVOID, LPCWSTR, LPVOID*, PUINT);
+
+struct VersionFunctions {
+    SizeFunction size = systemFunctionAs<SizeFunction>(L"version.dll", "GetFileVersionInfoSizeW");
+    InfoFunction info = systemFunctionAs<InfoFunction>(L"version.dll", "GetFileVersionInfoW");
+    QueryFunction query = systemFunctionAs<QueryFunction>(L"version.dll", "VerQueryValueW");
+};
+
+const VersionFunctions& versionFunctions() {
+    static const VersionFunctions functions;
+    return functions;
+}
+
 } // namespace
 
 std::optional<FileVersion> readFileVersion(const std::string& path) {
+    const VersionFunctions& version = versionFunctions();
+    if (version.size == nullptr || version.info == nullptr || version.query == nullptr) {
+        return std::nullopt;
+    }
     const std::wstring widePath = utf8ToUtf16(path);
     DWORD handle = 0;
-    const DWORD size = GetFileVersionInfoSizeW(widePath.c_str(), &handle);
+    const DWORD size = version.size(widePath.c_str(), &handle);
     if (size == 0) {
         return std::nullopt;
     }
     std::vector<BYTE> buffer(size, 0);
-    if (!GetFileVersionInfoW(widePath.c_str(), handle, size, buffer.data())) {
+    if (!version.info(widePath.c_str(), handle, size, buffer.data())) {
         return std::nullopt;
     }
     VS_FIXEDFILEINFO* info = nullptr;
     UINT length = 0;
-    if (!VerQueryValueW(buffer.data(), L"\\", reinterpret_cast<void**>(&info), &length) ||
+    if (!version.query(buffer.data(), L"\\", reinterpret_cast<void**>(&info), &length) ||
         length == 0 || info == nullptr || info->dwSignature != fixedInfoSignature) {
         return std::nullopt;
     }

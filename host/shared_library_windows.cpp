@@ -16,8 +16,20 @@ HMODULE moduleOf(void* handle) {
 
 } // namespace
 
+namespace {
+
+// A bare name is one of Windows' own libraries: it is looked for in the system folder only, never
+// beside the program. A path is loaded as it stands.
+HMODULE load(const std::string& path) {
+    const bool bareName = path.find_first_of("/\\") == std::string::npos;
+    return LoadLibraryExW(utf8ToUtf16(path).c_str(), nullptr,
+                          bareName ? LOAD_LIBRARY_SEARCH_SYSTEM32 : 0);
+}
+
+} // namespace
+
 SharedLibrary::SharedLibrary(const std::string& path) {
-    handle = LoadLibraryW(utf8ToUtf16(path).c_str());
+    handle = load(path);
     if (handle == nullptr) {
         throw LoadLibraryError(path);
     }

@@ -1,7 +1,10 @@
 #!/usr/bin/env python3
-"""Fails when a Windows program or library of the build imports a DLL that Windows does not ship.
+"""Fails when a Windows program or library of the build imports a DLL that Windows does not ship,
+or when the shipped program imports one that the system may take from the program's own folder.
 
-The panel must run from its installation folder alone, so every runtime is linked statically.
+The panel must run from its installation folder alone, so every runtime is linked statically. That
+folder is one the user can write: a DLL imported by the shipped program is taken from the system
+folder only when it is one of the system's known DLLs, so the others are loaded at run time.
 """
 import pathlib
 import re
@@ -14,6 +17,14 @@ WINDOWS_DLLS = {
     "shlwapi.dll", "user32.dll", "version.dll", "ws2_32.dll", "wsock32.dll", "secur32.dll",
     "bcrypt.dll", "ntdll.dll", "userenv.dll", "psapi.dll", "wtsapi32.dll", "uxtheme.dll",
 }
+# The KnownDLLs of Windows 7 and later that the program may import. comctl32.dll is not among them,
+# but the manifest's dependency on the common controls 6 makes the system take it side by side.
+KNOWN_DLLS = {
+    "advapi32.dll", "comdlg32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
+    "oleaut32.dll", "shell32.dll", "shlwapi.dll", "user32.dll", "ws2_32.dll", "psapi.dll",
+    "ntdll.dll", "comctl32.dll",
+}
+SHIPPED_PROGRAM = "cvhcontrolpanel.exe"
 OBJDUMP = {"x86-64": "x86_64-w64-mingw32-objdump", "i386": "i686-w64-mingw32-objdump"}
 
 
@@ -35,10 +46,16 @@ def main() -> int:
             if "CMakeFiles" in binary.parts:
                 continue
             checked += 1
-            foreign = [dll for dll in imports(binary) if dll not in WINDOWS_DLLS]
+            imported = imports(binary)
+            foreign = [dll for dll in imported if dll not in WINDOWS_DLLS]
             if foreign:
                 failed = True
                 print(f"{binary}: imports {', '.join(foreign)}")
+            if binary.name.lower() == SHIPPED_PROGRAM:
+                unknown = [dll for dll in imported if dll not in KNOWN_DLLS]
+                if unknown:
+                    failed = True
+                    print(f"{binary}: imports {', '.join(unknown)}, not known DLLs of the system")
     print(f"checked {checked} Windows binaries: {'FAILED' if failed else 'only Windows DLLs'}")
     return 1 if failed else 0
 

@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "foundation/exceptions.h"
+#include "foundation/system_library_windows.h"
 
 namespace detector::native {
 
@@ -20,8 +21,15 @@ struct BlockHolder {
     ~BlockHolder() { std::free(block); }
 };
 
+using TableFunction = DWORD(WINAPI*)(PVOID, PDWORD, BOOL, ULONG, TCP_TABLE_CLASS, ULONG);
+
 DWORD readTable(void* block, DWORD& size) {
-    return GetExtendedTcpTable(block, &size, TRUE, AF_INET, TCP_TABLE_OWNER_PID_ALL, 0);
+    static const auto read =
+        systemFunctionAs<TableFunction>(L"iphlpapi.dll", "GetExtendedTcpTable");
+    if (read == nullptr) {
+        return ERROR_NOT_SUPPORTED;
+    }
+    return read(block, &size, TRUE, AF_INET, TCP_TABLE_OWNER_PID_ALL, 0);
 }
 
 } // namespace
