@@ -39,5 +39,11 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
     searchLibrariesInTheSystemFolderOnly();
     // The whole line, not split into arguments.
     const std::string line = utf16ToUtf8(std::wstring_view(commandLine, std::wcslen(commandLine)));
-    return runControlPanel(line, controlPanelSteps());
+    const int code = runControlPanel(line, controlPanelSteps());
+    // A worker may still be inside a long wait of a start or a report, reading the host and the
+    // catalogues. Returning would destroy those statics while it runs; ending the process here
+    // stops every other thread first. Every setting is written when it is made, so only the
+    // mutex is left to give back.
+    releaseInstanceMutex();
+    ExitProcess(static_cast<UINT>(code));
 }

@@ -41,6 +41,10 @@ void quitRunningInstance(const ClassNameSource& className, const std::string& mu
     instance_native::releaseMutex(*running);
 }
 
+void releaseInstanceMutex() {
+    holder().reset();
+}
+
 std::shared_ptr<MutexHandler> instanceMutex() {
     return holder();
 }

@@ -46,6 +46,8 @@ void quitRunningInstance(const ClassNameSource& className,
 
 // The mutex this process created, or empty.
 std::shared_ptr<MutexHandler> instanceMutex();
+// Releases the mutex this process created, if any, so that a new start may run at once.
+void releaseInstanceMutex();
 
 // The platform's part: the named mutex and the running instance's window.
 namespace instance_native {

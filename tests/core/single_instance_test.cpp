@@ -38,6 +38,18 @@ TEST(SingleInstance, FirstStartCreatesTheMutexAndGoesOn) {
     ASSERT_NE(instanceMutex(), nullptr);
 }
 
+// The program ends its process directly after the loop; the mutex is given back before that.
+TEST(SingleInstance, ReleasingTheMutexLeavesNoneHeld) {
+    const std::string name = uniqueMutexName();
+    ClassNameProbe probe;
+    ASSERT_FALSE(ensureSingleInstance(probe.source(), name));
+    ASSERT_NE(instanceMutex(), nullptr);
+    releaseInstanceMutex();
+    EXPECT_EQ(instanceMutex(), nullptr);
+    releaseInstanceMutex();
+    EXPECT_EQ(instanceMutex(), nullptr);
+}
+
 TEST(SingleInstance, SecondStartFindsTheFirstAndLooksForItsWindow) {
     const std::string name = uniqueMutexName();
     ClassNameProbe probe;
