@@ -9,12 +9,21 @@
 #include "panel/app_data_manager.h"
 #include "panel/tray_tip.h"
 
+namespace {
+
+constexpr UINT retryMilliseconds = 10 * 1000;
+constexpr ULONGLONG retryPeriodMilliseconds = 2 * 60 * 1000;
+
+} // namespace
+
 MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::AppDataManager& layout)
     : window(window), instance(instance), layout(layout) {
-    if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr ||
-        !showTrayIcon(true)) {
-        Shell_NotifyIconW(NIM_DELETE, &notifyData);
+    if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr) {
         throw BasicException(panelMessages.text(panelmsg::menuNotCreated));
+    }
+    if (!showTrayIcon(true)) {
+        retryUntil = GetTickCount64() + retryPeriodMilliseconds;
+        SetTimer(window, trayIconRetryTimerId, retryMilliseconds, nullptr);
     }
 }
 
@@ -56,12 +65,28 @@ bool MenuImpWindows::showTrayIcon(bool add) {
     return Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
 }
 
+bool MenuImpWindows::addTrayIcon() {
+    const bool added = notifyData.hIcon == nullptr
+                           ? showTrayIcon(true)
+                           : Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
+    if (added) {
+        KillTimer(window, trayIconRetryTimerId);
+    }
+    return added;
+}
+
 void MenuImpWindows::refreshTrayIcon() {
     showTrayIcon(false);
 }
 
 void MenuImpWindows::restoreTrayIcon() {
-    Shell_NotifyIconW(NIM_ADD, &notifyData);
+    addTrayIcon();
+}
+
+void MenuImpWindows::retryTrayIcon() {
+    if (!addTrayIcon() && GetTickCount64() >= retryUntil) {
+        KillTimer(window, trayIconRetryTimerId);
+    }
 }
 
 void MenuImpWindows::popup() {

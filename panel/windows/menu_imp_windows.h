@@ -11,12 +11,16 @@
 constexpr WORD programIconId = 202;
 // The message that the tray icon sends its window.
 constexpr UINT trayMessage = WM_USER + 1;
+// The window's timer that tries again to add a tray icon that the shell refused at start.
+constexpr UINT_PTR trayIconRetryTimerId = 0x7E1;
 
 // The tray icon and its popup menu. The two go together: the icon is what shows the menu, and the
 // icon lives as long as this object, which the window owns.
 class MenuImpWindows : public MenuImp {
 public:
-    // Makes the popup menu and adds the tray icon; "CVCP-006002" when either fails.
+    // Makes the popup menu and adds the tray icon; "CVCP-006002" when the menu can't be made. An
+    // icon the shell refuses (the taskbar isn't there yet at log-on) is tried again every 10 s for
+    // 2 minutes, and whenever the taskbar is created; the menu is there meanwhile.
     MenuImpWindows(HWND window, HINSTANCE instance,
                    const utils::AppDataManager& layout = utils::AppDataManager::instance());
     // Removes the icon and destroys the menu.
@@ -26,8 +30,10 @@ public:
     void popup() override;
     void enableItem(std::int32_t id, bool enabled) override;
 
-    // Adds the icon again after the shell lost it in a restart of its taskbar.
+    // Adds the icon again after the shell lost it in a restart of its taskbar, or had refused it.
     void restoreTrayIcon();
+    // The retry timer's tick: adds the icon, or gives up once the 2 minutes are over.
+    void retryTrayIcon();
 
     HMENU nativeMenu() const { return menuHandle; }
     // The tooltip of the tray icon as it was last given to the shell.
@@ -46,8 +52,13 @@ private:
     // Puts the tray tip of the language in force into the icon's data; false when it was there.
     bool fillTooltip();
 
+    // Adds the icon; on success the retry timer stops.
+    bool addTrayIcon();
+
     HWND window;
     HINSTANCE instance;
+    // When the retries of a refused icon end, in the system's milliseconds since start.
+    ULONGLONG retryUntil = 0;
     HMENU menuHandle = nullptr;
     NOTIFYICONDATAW notifyData{};
     // The tooltip shows the window's title from here.

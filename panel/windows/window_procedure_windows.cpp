@@ -13,7 +13,6 @@
 
 namespace {
 
-
 HWND handleOf(const std::shared_ptr<WidgetImp>& widget) {
     return std::static_pointer_cast<WidgetImpWindows>(widget)->nativeHandle();
 }
@@ -69,6 +68,12 @@ LRESULT WindowImpWindows::windowProc(HWND window, UINT message, WPARAM wParam, L
     case WM_COMMAND:
         return onCommand(wParam, lParam);
     case WM_TIMER:
+        if (wParam == trayIconRetryTimerId) {
+            if (menu()) {
+                std::static_pointer_cast<MenuImpWindows>(menu())->retryTrayIcon();
+            }
+            return 0;
+        }
         update();
         return 0;
     case WM_CTLCOLORSTATIC:
