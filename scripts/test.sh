@@ -156,6 +156,10 @@ win32_stage() {
         stage_skipped
         return 0
     fi
+    # A prefix made by an earlier build of that Wine lacks the services a newer one registers.
+    if [ "$CORVANITE_WINE32_DONE" -nt "$root/build/win32/wineprefix/.corvanite-ready" ]; then
+        rm -rf "$root/build/win32/wineprefix"
+    fi
     (
         source scripts/wine-session.sh
         CORVANITE_WINE=$CORVANITE_WINE32
