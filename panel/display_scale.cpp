@@ -8,6 +8,18 @@ PixelPair DisplayScale::scale(PixelPair design) const {
             mulDiv(design.second, verticalDpi, designDpi)};
 }
 
+namespace {
+
+std::int32_t densityOrDesign(std::int32_t dpi) {
+    return dpi > 0 ? dpi : DisplayScale::designDpi;
+}
+
+} // namespace
+
+DisplayScale displayScaleOf(std::int32_t horizontalDpi, std::int32_t verticalDpi) {
+    return {densityOrDesign(horizontalDpi), densityOrDesign(verticalDpi)};
+}
+
 std::int32_t mulDiv(std::int32_t number, std::int32_t numerator, std::int32_t denominator) {
     if (denominator == 0) {
         return -1;

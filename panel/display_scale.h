@@ -22,8 +22,14 @@ struct DisplayScale {
 // zero denominator or a result beyond 32 bits. The system's own MulDiv answers the same.
 std::int32_t mulDiv(std::int32_t number, std::int32_t numerator, std::int32_t denominator);
 
-// The screen's dots per inch, read from the system. Windows: the screen's device context, failing
-// with "CV-003001" when there is none. Elsewhere: 96, or the number in CORVANITE_DPI.
+// The scale of a screen that reports these dots per inch. An axis whose density is 0 or less, as
+// from a display driver that cannot tell, keeps the design unit: the window is drawn at its
+// designed size rather than shrunk to nothing.
+DisplayScale displayScaleOf(std::int32_t horizontalDpi, std::int32_t verticalDpi);
+
+// The screen's dots per inch, read from the system and given to displayScaleOf. Windows: the
+// screen's device context, failing with "CV-003001" when there is none. Elsewhere: 96, or the
+// number in CORVANITE_DPI.
 DisplayScale screenDisplayScale();
 
 // The program's one scale, read from the screen at its first use and kept: a later change of the

@@ -1,5 +1,6 @@
 #include "panel/display_scale.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 
@@ -8,10 +9,9 @@
 // Without a screen to ask, the design unit holds, unless the environment names another density:
 // that is how a larger screen is tried out on a system without one.
 DisplayScale screenDisplayScale() {
-    DisplayScale scale;
     if (const char* dpi = std::getenv("CORVANITE_DPI"); dpi != nullptr && *dpi != '\0') {
-        scale.horizontalDpi = readInt(dpi);
-        scale.verticalDpi = scale.horizontalDpi;
+        const std::int32_t density = readInt(dpi);
+        return displayScaleOf(density, density);
     }
-    return scale;
+    return DisplayScale{};
 }

@@ -6,13 +6,12 @@
 #include "foundation/message_catalogue.h"
 
 DisplayScale screenDisplayScale() {
-    DisplayScale scale;
     HDC screen = GetDC(nullptr);
     if (screen == nullptr) {
         throw BasicException(serviceMessages.text(servicemsg::interfaceNotInitialised));
     }
-    scale.horizontalDpi = GetDeviceCaps(screen, LOGPIXELSX);
-    scale.verticalDpi = GetDeviceCaps(screen, LOGPIXELSY);
+    const int horizontal = GetDeviceCaps(screen, LOGPIXELSX);
+    const int vertical = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
-    return scale;
+    return displayScaleOf(horizontal, vertical);
 }

@@ -141,8 +141,9 @@ def commands_of(text, functions):
 
 def installed_packages(root):
     text = open(os.path.join(root, "scripts", "install-deps.sh")).read()
-    listed = re.search(r"packages=\((.*?)\)", text, re.DOTALL).group(1)
-    return set(listed.split())
+    # Every list of packages the script can install: the default one and those of its options.
+    return {package for listed in re.findall(r"packages=\((.*?)\)", text, re.DOTALL)
+            for package in listed.split()}
 
 
 def installed_closure(packages):

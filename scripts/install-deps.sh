@@ -2,6 +2,9 @@
 # Installs the Debian packages that building, testing (clang with libFuzzer for the fuzz targets) and
 # the demo need. Does nothing when all are there; otherwise runs apt-get (as root, or through sudo)
 # after one package index update.
+#
+#   bash scripts/install-deps.sh           what building, testing and the demo need
+#   bash scripts/install-deps.sh --wine32  also what scripts/build-wine32.sh needs to build Wine
 set -euo pipefail
 
 packages=(
@@ -12,6 +15,26 @@ packages=(
     wine64 xvfb xauth xdotool imagemagick python3 python3-jsonschema unzip clang-format ccache
     clang libclang-rt-14-dev
 )
+# Wine's WoW64 build: its generators, its Unix side (X11, fonts, TLS) and the tools that fetch and
+# unpack Debian 13's source in a private apt state. khronos-api is installed, not only unpacked:
+# Wine's OpenGL generator reads gl.xml at its fixed path.
+wine32_packages=(
+    build-essential dpkg-dev patch autoconf flex bison gettext pkg-config perl ccache quilt
+    gcc-mingw-w64-i686-posix gcc-mingw-w64-x86-64-posix imagemagick sharutils lzma unzip
+    libx11-dev libxext-dev libxrender-dev libxrandr-dev libxi-dev libxcursor-dev
+    libxcomposite-dev libxinerama-dev libxfixes-dev libxkbfile-dev
+    libfreetype-dev libfontconfig-dev libgnutls28-dev
+    libxml-libxml-perl khronos-api fontforge-nox icoutils librsvg2-bin libgettextpo-dev
+    debian-archive-keyring
+)
+case "${1:-}" in
+"") ;;
+--wine32) packages+=("${wine32_packages[@]}") ;;
+*)
+    echo "usage: bash scripts/install-deps.sh [--wine32]" >&2
+    exit 2
+    ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do

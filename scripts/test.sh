@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Runs every test: installs what is missing, checks the scripts' commands, builds the linux, win64,
-# win32, fuzz and tsan presets, then runs two chains side by side, which wait on different things
-# (the Wine tests on Wine, the native ones mostly on the server's time-outs):
+# win32, fuzz and tsan presets, checks the shipped 32-bit program's binaries, then runs two chains
+# side by side, which wait on different things (the Wine tests on Wine, the native ones mostly on
+# the server's time-outs):
 #   - every test under Wine, with a virtual display for the windows;
 #   - the native tests, the fuzz targets (the kept corpus, then a few seconds of search each) and
-#     the tests labelled threads under ThreadSanitizer.
+#     the tests labelled threads under ThreadSanitizer, then the shipped 32-bit program's tests
+#     under a WoW64 Wine where the machine runs 32-bit code and scripts/build-wine32.sh has run.
 # Ends with each stage's wall time and the summaries.
 #
 #   bash scripts/test.sh          everything, as CI runs it
@@ -84,6 +86,10 @@ stage_begin "shipped program: imports"
 python3 scripts/check-imports.py build/win32
 stage_end $? || { stage_summary; exit 1; }
 
+stage_begin "shipped program: addon calls"
+python3 scripts/check-addon-abi.py build/win32
+stage_end $? || { stage_summary; exit 1; }
+
 stage_begin "shipped program: release archive"
 cmake --build --preset win32 -j"$jobs" --target package >build/package-win32.log 2>&1 &&
     python3 scripts/check-release.py build/win32/CVHControlPanel-*-win32.zip
@@ -125,10 +131,61 @@ native_chain() {
     return $status
 }
 
+# The shipped 32-bit program's tests under the WoW64 Wine of scripts/build-wine32.sh, in a prefix
+# of their own. The machine is asked first: where it runs no 32-bit code, or where that Wine is not
+# built, the row says why the stage is skipped, and a skip fails nothing.
+win32_stage() {
+    source scripts/wine32.sh
+    stage_begin "win32 under Wine"
+    machine_runs_32bit_code >build/probe-32bit.log
+    case $? in
+    0) ;;
+    1)
+        stage_name="win32 under Wine: skipped (this machine runs no 32-bit x86 code)"
+        stage_skipped
+        return 0
+        ;;
+    *)
+        cat build/probe-32bit.log
+        stage_end 1
+        return 1
+        ;;
+    esac
+    if [ ! -f "$CORVANITE_WINE32_DONE" ]; then
+        stage_name="win32 under Wine: skipped (run scripts/build-wine32.sh)"
+        stage_skipped
+        return 0
+    fi
+    # A prefix made by an earlier build of that Wine lacks the services a newer one registers.
+    if [ "$CORVANITE_WINE32_DONE" -nt "$root/build/win32/wineprefix/.corvanite-ready" ]; then
+        rm -rf "$root/build/win32/wineprefix"
+    fi
+    (
+        source scripts/wine-session.sh
+        CORVANITE_WINE=$CORVANITE_WINE32
+        CORVANITE_WINESERVER=$CORVANITE_WINE32_SERVER
+        trap wine_session_end EXIT
+        wine_session_start "$root/build/win32/wineprefix"
+        ctest --preset win32 -j"$jobs" >build/ctest-win32.log 2>&1
+    )
+    local status=$? total failed
+    total=$(sed -n 's/.*tests failed out of \([0-9]*\).*/\1/p' build/ctest-win32.log)
+    failed=$(sed -n 's/.* \([0-9]*\) tests failed out of .*/\1/p' build/ctest-win32.log)
+    stage_name="win32 under Wine: $((${total:-0} - ${failed:-0})) passed, ${failed:-0} failed"
+    [ -z "$total" ] && status=1
+    stage_end $status
+}
+stage_skipped() {
+    printf '%-40s %-7s %4d s\n' "$stage_name" "" $(($(date +%s) - stage_start)) >>"$stages"
+    echo "$stage_name"
+}
+
 wine_chain &
 wine_pid=$!
 native_chain
 native_status=$?
+win32_stage
+win32_status=$?
 wait "$wine_pid"
 wine_status=$?
 
@@ -136,11 +193,13 @@ stage_summary
 echo "== fuzz summary"
 sed -n '/== fuzz summary/,$p' build/fuzz.log | tail -n +2
 grep -q "fuzz.*FAILED" "$stages" && tail -n 60 build/fuzz.log
-for preset in tsan linux win64; do
+for preset in tsan linux win64 win32; do
+    [ -f "build/ctest-$preset.log" ] || continue
     echo "== ctest summary: $preset"
     sed -n '/tests passed\|tests failed/,$p' "build/ctest-$preset.log"
 done
-if [ $native_status -ne 0 ] || [ $wine_status -ne 0 ] || [ $tsan_built -ne 0 ]; then
+if [ $native_status -ne 0 ] || [ $wine_status -ne 0 ] || [ $win32_status -ne 0 ] ||
+    [ $tsan_built -ne 0 ]; then
     echo "== the test command failed in:"
     grep FAILED "$stages"
     exit 1

@@ -49,6 +49,16 @@ TEST(DisplayScalePosixTest, TheEnvironmentNamesAnotherDensity) {
     EXPECT_EQ(scale.verticalDpi, 144);
 }
 
+TEST(DisplayScalePosixTest, ADensityOfZeroOrLessKeepsTheDesignUnit) {
+    DpiVariable variable;
+    for (const char* density : {"0", "-120"}) {
+        variable.set(density);
+        const DisplayScale scale = screenDisplayScale();
+        EXPECT_EQ(scale.horizontalDpi, 96) << density;
+        EXPECT_EQ(scale.verticalDpi, 96) << density;
+    }
+}
+
 TEST(DisplayScalePosixTest, ADensityThatIsNoNumberFailsAsTheNumberReaderDoes) {
     DpiVariable variable;
     variable.set("large");

@@ -24,6 +24,25 @@ TEST(DisplayScaleTest, HalvesRoundAwayFromZero) {
     EXPECT_EQ(scale.scale({3, -3}), PixelPair(5, -5));
 }
 
+TEST(DisplayScaleTest, AScreensDensitiesAreKept) {
+    const DisplayScale scale = displayScaleOf(120, 144);
+    EXPECT_EQ(scale.horizontalDpi, 120);
+    EXPECT_EQ(scale.verticalDpi, 144);
+}
+
+// A display driver that cannot tell its density answers 0 (or less); the window keeps its
+// designed size on that axis instead of collapsing to nothing.
+TEST(DisplayScaleTest, AnAxisWithoutADensityKeepsTheDesignUnit) {
+    EXPECT_EQ(displayScaleOf(0, 0).scale({480, 360}), PixelPair(480, 360));
+    const DisplayScale noWidth = displayScaleOf(0, 120);
+    EXPECT_EQ(noWidth.horizontalDpi, 96);
+    EXPECT_EQ(noWidth.verticalDpi, 120);
+    const DisplayScale negativeHeight = displayScaleOf(144, -1);
+    EXPECT_EQ(negativeHeight.horizontalDpi, 144);
+    EXPECT_EQ(negativeHeight.verticalDpi, 96);
+    EXPECT_EQ(displayScaleOf(std::numeric_limits<std::int32_t>::min(), 1).horizontalDpi, 96);
+}
+
 TEST(MulDivTest, RoundsToNearest) {
     EXPECT_EQ(mulDiv(10, 120, 96), 13); // 12.5
     EXPECT_EQ(mulDiv(7, 120, 96), 9);   // 8.75
