@@ -15,9 +15,9 @@
 // build-time setting of the product (the CMake cache variable ServiceDomain).
 extern const std::string ServiceDomain;
 
-// The installation folder. Taken from the registry's "Path" at the first call, which comes during
-// static initialisation, and kept for the rest of the run; without that value it is the product's
-// folder "Ormal Co/CorvaniteHost" below the local application data folder.
+// The installation folder. Taken from the registry's "Path" at the first call, which comes on the
+// interface thread while the program starts, and kept for the rest of the run; without that value
+// it is the product's folder "Ormal Co/CorvaniteHost" below the local application data folder.
 std::string installationPath();
 
 // A path inside the installation: the installation path, "/", and the relative name.

@@ -17,7 +17,8 @@ constexpr std::string_view pathValue = "Path";
 constexpr const char* vendorFolder = "Ormal Co";
 constexpr const char* productFolder = "CorvaniteHost";
 
-// The first call comes during static initialisation, before any thread exists: no lock.
+// The first call comes on the interface thread while the program starts, before any other thread
+// exists: no lock.
 std::string& cachedPath() {
     static std::string path;
     return path;
