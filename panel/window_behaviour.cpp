@@ -12,6 +12,7 @@
 #include "host/host_options.h"
 #include "host/log_level.h"
 #include "panel/layout_ids.h"
+#include "panel/startup_state.h"
 #include "panel/tooltip_base.h"
 #include "panel/worker_thread.h"
 
@@ -35,18 +36,6 @@ std::int32_t carrierOf(std::int32_t id) {
     default:
         return -1;
     }
-}
-
-// The log-level box goes with Run and Stop while a server operation runs; a layout without one
-// still runs the server.
-void enableIfPresent(const WindowImp& window, std::int32_t id, bool enabled) {
-    std::shared_ptr<WidgetImp> found;
-    try {
-        found = window.widget(id);
-    } catch (const std::logic_error&) {
-        return;
-    }
-    found->setEnabled(enabled);
 }
 
 // The action's word in the failure box; none for an action without one.
@@ -87,7 +76,6 @@ bool WindowImp::update() {
     }
     widget(widgetid::runButton)->setEnabled(!busy() && !status.running);
     widget(widgetid::stopButton)->setEnabled(!busy() && status.running);
-    enableIfPresent(*this, widgetid::logLevelBox, !busy());
     if (menu_) {
         menu_->enableItem(commandid::run, !busy());
         menu_->enableItem(commandid::stop, !busy());
@@ -122,18 +110,24 @@ bool WindowImp::runCommand(std::int32_t id) {
 }
 
 void WindowImp::runOnWorker(std::int32_t id) {
-    // One long-running command at a time, whoever asks: a second one meanwhile is dropped.
-    bool idle = false;
-    if (!commandInProgress.compare_exchange_strong(idle, true)) {
-        return;
+    {
+        const std::lock_guard<std::mutex> hold(operationLock_);
+        if (commandInProgress.load(std::memory_order_relaxed)) {
+            // One server operation at a time: a Run or Stop meanwhile is dropped, while a level
+            // chosen meanwhile is the user's last word and is applied right after this one.
+            levelPending_ = levelPending_ || id == commandid::logLevel;
+            return;
+        }
+        if (!claimCarrier(id)) {
+            return;
+        }
+        commandInProgress.store(true, std::memory_order_relaxed);
+        // A level change reads the level chosen last when it runs.
+        levelPending_ = levelPending_ && id != commandid::logLevel;
     }
-    if (!claimCarrier(id)) {
-        commandInProgress.store(false);
-        return;
-    }
+    // The level box stays usable: a choice meanwhile waits for its turn.
     widget(widgetid::runButton)->setEnabled(false);
     widget(widgetid::stopButton)->setEnabled(false);
-    enableIfPresent(*this, widgetid::logLevelBox, false);
     if (menu_) {
         menu_->enableItem(id, false);
     }
@@ -152,6 +146,28 @@ bool WindowImp::claimCarrier(std::int32_t id) const {
 }
 
 void WindowImp::finishOnWorker(std::int32_t id) {
+    bool levelChanged = false;
+    for (std::int32_t next = id; next != 0; next = nextOnWorker()) {
+        executeOnWorker(next);
+        levelChanged = levelChanged || next == commandid::logLevel;
+    }
+    if (levelChanged) {
+        // The box shows what the file holds, also when a write was refused.
+        postLaneResult(LaneResult::levelSettled, startupSelection(widgetid::logLevelBox));
+    }
+}
+
+std::int32_t WindowImp::nextOnWorker() {
+    const std::lock_guard<std::mutex> hold(operationLock_);
+    if (levelPending_ && claimCarrier(commandid::logLevel)) {
+        levelPending_ = false;
+        return commandid::logLevel;
+    }
+    commandInProgress.store(false, std::memory_order_relaxed);
+    return 0;
+}
+
+void WindowImp::executeOnWorker(std::int32_t id) {
     try {
         widget(carrierOf(id))->execute();
     } catch (...) {
@@ -164,7 +180,22 @@ void WindowImp::finishOnWorker(std::int32_t id) {
             // Nothing is left to tell the user with; the panel goes on.
         }
     }
-    commandInProgress.store(false, std::memory_order_relaxed);
+}
+
+void WindowImp::laneResultArrived(LaneResult result, std::int32_t value) {
+    if (result != LaneResult::levelSettled) {
+        return;
+    }
+    // A newer choice already runs: its own end tells the file's level.
+    const std::lock_guard<std::mutex> hold(operationLock_);
+    if (commandInProgress.load(std::memory_order_relaxed) || levelPending_) {
+        return;
+    }
+    try {
+        widget(widgetid::logLevelBox)->select(value);
+    } catch (const std::logic_error&) {
+        // A layout without the level box has nothing to show it in.
+    }
 }
 
 void WindowImp::changeLanguage(std::int32_t index) {

@@ -139,7 +139,7 @@ protected:
 
 // Long-running commands.
 
-TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunStopAndLevelDisabledAtOnce) {
+TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunAndStopDisabledAtOnce) {
     for (std::int32_t id : {1, 2, 9}) {
         window = std::make_shared<RecordingWindow>("CVCP-001001", PixelPair{460, 360});
         const auto held = std::make_shared<HeldCommand>(id);
@@ -149,7 +149,8 @@ TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunStopAndLevelDisa
         EXPECT_TRUE(commandInProgress.load());
         EXPECT_FALSE(window->widget(7)->isEnabled());
         EXPECT_FALSE(window->widget(8)->isEnabled());
-        EXPECT_FALSE(window->widget(13)->isEnabled());
+        // The level box stays usable: a choice meanwhile waits for its turn.
+        EXPECT_TRUE(window->widget(13)->isEnabled());
         EXPECT_NE(held->thread, std::this_thread::get_id());
         EXPECT_EQ(window->recordedMenu()->calls().back(),
                   "enableItem " + std::to_string(id) + " 0");
@@ -336,36 +337,94 @@ TEST_F(WindowBehaviourTest, ALogLevelBoxWithoutSelectionStoresNoLevel) {
     EXPECT_EQ(selectedLogLevel.load(), 255);
 }
 
-TEST_F(WindowBehaviourTest, ASecondLogLevelChoiceWhileTheFirstRunsIsDropped) {
-    const auto apply = std::make_shared<HeldCommand>(9);
+// A level change that notes the level chosen when it runs; its first run waits until the test
+// lets it go.
+class LevelCommand : public Command {
+public:
+    LevelCommand() : Command(9) {}
+    void execute() override {
+        levels.push_back(selectedLogLevel.load());
+        if (levels.size() == 1) {
+            started.set_value();
+            released.get_future().wait();
+        }
+    }
+    std::promise<void> started;
+    std::promise<void> released;
+    // Written by the worker only, read once it is idle.
+    std::vector<int> levels;
+};
+
+TEST_F(WindowBehaviourTest, ThreeLevelChoicesInARowMakeTwoOperationsTheSecondWithTheLastLevel) {
+    const auto apply = std::make_shared<LevelCommand>();
     build(std::make_shared<CountingCommand>(1), std::make_shared<CountingCommand>(2), apply);
     std::future<void> started = apply->started.get_future();
-    window->changeLogLevel(1);
-    started.wait();
-    EXPECT_FALSE(window->widget(13)->isEnabled());
     window->changeLogLevel(2);
+    started.wait();
+    EXPECT_TRUE(window->widget(13)->isEnabled());
+    window->changeLogLevel(1);
+    window->changeLogLevel(0);
     apply->released.set_value();
     EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(apply->levels, (std::vector<int>{2, 0}));
+}
+
+TEST_F(WindowBehaviourTest, ALevelChosenWhileAStopRunsIsAppliedRightAfterIt) {
+    const auto stop = std::make_shared<HeldCommand>(2);
+    const auto apply = std::make_shared<CountingCommand>(9, [] {
+        // Still one long-running command: Run and Stop wait for the level too.
+        EXPECT_TRUE(commandInProgress.load());
+    });
+    build(std::make_shared<CountingCommand>(1), stop, apply);
+    std::future<void> started = stop->started.get_future();
+    window->runCommand(2);
+    started.wait();
+    window->changeLogLevel(1);
+    EXPECT_EQ(apply->runs, 0);
+    stop->released.set_value();
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(stop->runs, 1);
     EXPECT_EQ(apply->runs, 1);
 }
 
-TEST_F(WindowBehaviourTest, WhileOneLongRunningCommandRunsTheOthersAreDropped) {
+TEST_F(WindowBehaviourTest, WhenTheLevelChangesEndTheBoxShowsTheLevelOfNginxConf) {
+    // The commands are the test's own and write nothing: the file keeps "info".
+    build();
+    window->changeLogLevel(2);
+    window->recorded(13)->select(2);
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(window->deliverLaneResults(), 1u);
+    EXPECT_EQ(window->widget(13)->selectedIndex(), 1);
+}
+
+TEST_F(WindowBehaviourTest, ALevelResultArrivingWhileANewerChoiceWaitsLeavesTheBoxAlone) {
+    const auto stop = std::make_shared<HeldCommand>(2);
+    build(std::make_shared<CountingCommand>(1), stop, std::make_shared<CountingCommand>(9));
+    std::future<void> started = stop->started.get_future();
+    window->runCommand(2);
+    started.wait();
+    window->recorded(13)->select(2);
+    window->laneResultArrived(LaneResult::levelSettled, 0);
+    EXPECT_EQ(window->widget(13)->selectedIndex(), 2);
+    stop->released.set_value();
+    EXPECT_TRUE(waitUntilIdle());
+    // Run and Stop alone tell no level.
+    EXPECT_EQ(window->deliverLaneResults(), 0u);
+}
+
+TEST_F(WindowBehaviourTest, WhileOneLongRunningCommandRunsARunOrStopIsDropped) {
     const auto run = std::make_shared<CountingCommand>(1);
     const auto stop = std::make_shared<HeldCommand>(2);
-    const auto apply = std::make_shared<CountingCommand>(9);
-    build(run, stop, apply);
+    build(run, stop, std::make_shared<CountingCommand>(9));
     std::future<void> started = stop->started.get_future();
     EXPECT_TRUE(window->runCommand(2));
     started.wait();
-    EXPECT_FALSE(window->widget(13)->isEnabled());
     EXPECT_TRUE(window->runCommand(1));
-    EXPECT_TRUE(window->runCommand(9));
     window->runOnWorker(2);
     stop->released.set_value();
     EXPECT_TRUE(waitUntilIdle());
     EXPECT_EQ(stop->runs, 1);
     EXPECT_EQ(run->runs, 0);
-    EXPECT_EQ(apply->runs, 0);
 }
 
 // A command whose target another run has taken.
