@@ -8,13 +8,14 @@
 #include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
+#include "foundation/work_lane.h"
 #include "host/corvanite_host.h"
 #include "host/host_options.h"
 #include "host/log_level.h"
 #include "panel/layout_ids.h"
 #include "panel/startup_state.h"
 #include "panel/tooltip_base.h"
-#include "panel/worker_thread.h"
+#include "panel/tray_tip.h"
 
 std::atomic<bool> commandInProgress{false};
 
@@ -22,6 +23,10 @@ namespace {
 
 bool isLongRunning(std::int32_t id) {
     return id == commandid::run || id == commandid::stop || id == commandid::logLevel;
+}
+
+bool isReport(std::int32_t id) {
+    return id == commandid::collectInformation || id == commandid::reportProblem;
 }
 
 // The worker takes its command from a fixed widget, whichever control or menu item asked for it.
@@ -100,6 +105,9 @@ bool WindowImp::runCommand(std::int32_t id) {
         runOnWorker(id);
         return true;
     }
+    if (isReport(id)) {
+        return runOnReportLane(id);
+    }
     for (const WidgetEntry& entry : widgets_) {
         if (entry.widget->commandId() == id) {
             entry.widget->execute();
@@ -131,7 +139,7 @@ void WindowImp::runOnWorker(std::int32_t id) {
     if (menu_) {
         menu_->enableItem(id, false);
     }
-    runOnWorkerThread([window = shared_from_this(), id] { window->finishOnWorker(id); });
+    serverLane().post([window = shared_from_this(), id] { window->finishOnWorker(id); });
 }
 
 bool WindowImp::claimCarrier(std::int32_t id) const {
@@ -182,7 +190,60 @@ void WindowImp::executeOnWorker(std::int32_t id) {
     }
 }
 
+bool WindowImp::runOnReportLane(std::int32_t id) {
+    const std::shared_ptr<Command> command = reportCommand(id);
+    if (!command) {
+        return false;
+    }
+    // A report takes seconds; one at a time, and a click meanwhile does nothing.
+    if (reportInProgress_) {
+        return true;
+    }
+    reportInProgress_ = true;
+    showReportInProgress(true);
+    reportLane().post([window = shared_from_this(), command, id] {
+        try {
+            command->execute();
+        } catch (...) {
+            // A report tells its own failures; the window is freed for the next one all the same.
+        }
+        window->postLaneResult(LaneResult::reportDone, id);
+    });
+    return true;
+}
+
+// The command of the first widget that carries the id, else the menu's.
+std::shared_ptr<Command> WindowImp::reportCommand(std::int32_t id) const {
+    for (const WidgetEntry& entry : widgets_) {
+        if (entry.widget->commandId() == id) {
+            return entry.widget->command();
+        }
+    }
+    try {
+        return menu_ ? menu_->find(id).command : nullptr;
+    } catch (const std::logic_error&) {
+        return nullptr;
+    }
+}
+
+void WindowImp::showReportInProgress(bool collecting) {
+    for (const WidgetEntry& entry : widgets_) {
+        if (isReport(entry.widget->commandId())) {
+            entry.widget->setEnabled(!collecting);
+        }
+    }
+    setReportBeingCollected(collecting);
+    if (menu_) {
+        menu_->updateTexts();
+    }
+}
+
 void WindowImp::laneResultArrived(LaneResult result, std::int32_t value) {
+    if (result == LaneResult::reportDone) {
+        reportInProgress_ = false;
+        showReportInProgress(false);
+        return;
+    }
     if (result != LaneResult::levelSettled) {
         return;
     }

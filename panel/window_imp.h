@@ -25,6 +25,8 @@ extern std::atomic<bool> commandInProgress;
 enum class LaneResult : std::int32_t {
     // The level changes have ended; the value is the index of nginx.conf's level in the box.
     levelSettled = 1,
+    // A report has ended; the value is its command id.
+    reportDone = 2,
 };
 
 // One row of the widget table: the layout's "id" and the widget.
@@ -73,9 +75,9 @@ public:
     // Hands the item to the menu; nothing without a menu.
     virtual void addMenuItem(const MenuItem& item);
     virtual bool isWidgetEnabled(std::int32_t id) const;
-    // Runs a command of a control or a menu item: Run, Stop and the log level (1, 2, 9) on a
-    // worker thread, others at once through the first widget that carries them, else through
-    // the menu. False when nothing ran it.
+    // Runs a command of a control or a menu item: Run, Stop and the log level (1, 2, 9) on the
+    // server's lane, the reports (10, 11) on the reports' lane, others at once through the first
+    // widget that carries them, else through the menu. False when nothing ran it.
     virtual bool runCommand(std::int32_t id);
 
     // Starts a long-running command on the worker thread, with Run and Stop disabled meanwhile. A
@@ -124,6 +126,11 @@ private:
     bool claimCarrier(std::int32_t id) const;
     void finishOnWorker(std::int32_t id);
     void executeOnWorker(std::int32_t id);
+    // Starts a report on the reports' lane, with the report links disabled and the tray telling
+    // it meanwhile; a report asked for while one is collected does nothing.
+    bool runOnReportLane(std::int32_t id);
+    std::shared_ptr<Command> reportCommand(std::int32_t id) const;
+    void showReportInProgress(bool collecting);
     // The command the worker runs next: a level chosen while the last one ran, else none (0), which
     // ends the long-running command.
     std::int32_t nextOnWorker();
@@ -136,4 +143,6 @@ private:
     // interface thread and the worker hold it for a moment each, never across an operation.
     std::mutex operationLock_;
     bool levelPending_ = false;
+    // Read and written by the interface thread only.
+    bool reportInProgress_ = false;
 };

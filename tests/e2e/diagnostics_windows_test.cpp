@@ -111,10 +111,14 @@ protected:
         return window;
     }
 
-    // A click on "Get information", and the folder that the shell was asked to show.
+    // A click on "Get information", and the folder that the shell was asked to show, once the
+    // report has ended and its link is enabled again.
     std::optional<std::string> getInformation(HWND window, std::size_t recordIndex) {
-        ui::clickLink(control(window, informationLink));
-        return shell.waitForRecord(recordIndex, reportTime);
+        HWND link = control(window, informationLink);
+        ui::clickLink(link);
+        auto opened = shell.waitForRecord(recordIndex, reportTime);
+        EXPECT_TRUE(ui::waitUntil([&] { return ui::isEnabled(link); }));
+        return opened;
     }
 
     std::string label(HWND window, int id) { return utf8(ui::text(control(window, id))); }
@@ -242,4 +246,44 @@ TEST_F(Diagnostics, GetInformationWithoutTheLogsFolderShowsCVCP006017) {
     EXPECT_EQ(box->caption, L"Corvanite");
     EXPECT_EQ(box->text, words("CVCP-006017", English));
     EXPECT_TRUE(shell.records().empty());
+}
+
+TEST_F(Diagnostics, WhileAReportIsCollectedTheWindowAnswersAndTheTrayMenuOpens) {
+    ProgramRun run;
+    HWND window = startWithServer(run);
+    ASSERT_NE(window, nullptr);
+    HWND link = control(window, informationLink);
+    ui::clickLink(link);
+    // The probes take seconds under Wine (ping, the event log's wait): the link stays disabled
+    // meanwhile, and the window answers at once all along.
+    ASSERT_TRUE(ui::waitUntil([&] { return !ui::isEnabled(link); }));
+    DWORD_PTR answer = 0;
+    EXPECT_NE(SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 200, &answer), 0);
+    ui::trayClick(window, WM_RBUTTONDOWN);
+    HWND menu = ui::waitForPopupMenu(run.processId());
+    ASSERT_NE(menu, nullptr);
+    ui::dismissPopup(menu);
+    EXPECT_FALSE(ui::isEnabled(link))
+        << "the report ended before the menu could show the window's life";
+    // A second click while the report is collected does nothing: one folder opens.
+    ui::clickLink(link);
+    while (!ui::isEnabled(link) && shell.records().empty()) {
+        EXPECT_NE(SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 200, &answer), 0);
+        Sleep(100);
+    }
+    ASSERT_TRUE(shell.waitForRecord(0, reportTime).has_value());
+    EXPECT_TRUE(ui::waitUntil([&] { return ui::isEnabled(link); }));
+    EXPECT_FALSE(shell.waitForRecord(1, 2s).has_value());
+}
+
+TEST_F(Diagnostics, AReportAskedForWhileTheServerIsStoppedIsCollected) {
+    ProgramRun run;
+    HWND window = startWithServer(run);
+    ASSERT_NE(window, nullptr);
+    HWND stop = control(window, StopButton);
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(stop); }));
+    ui::click(stop);
+    // While the server's lane stops the server, the report runs on its own.
+    ASSERT_TRUE(getInformation(window, 0).has_value());
+    EXPECT_TRUE(installation.waitForServer(false));
 }

@@ -19,6 +19,7 @@
 #include "foundation/text.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
+#include "panel/tray_tip.h"
 #include "panel/window_imp.h"
 #include "tests/support/foundation/settings_file_guard.h"
 #include "tests/support/host/model_installation.h"
@@ -425,6 +426,99 @@ TEST_F(WindowBehaviourTest, WhileOneLongRunningCommandRunsARunOrStopIsDropped) {
     EXPECT_TRUE(waitUntilIdle());
     EXPECT_EQ(stop->runs, 1);
     EXPECT_EQ(run->runs, 0);
+}
+
+// Reports.
+
+// Delivers the window's lane results as its message loop would, until one came; a minute at most.
+bool deliverOne(RecordingWindow& window) {
+    for (int i = 0; i < 2400; ++i) {
+        if (window.deliverLaneResults() > 0) {
+            return true;
+        }
+        std::this_thread::sleep_for(25ms);
+    }
+    return false;
+}
+
+class ReportLaneTest : public WindowBehaviourTest {
+protected:
+    // The two report links, 16 and 17, on the Management tab.
+    void buildWithReports(std::shared_ptr<Command> information, std::shared_ptr<Command> problem) {
+        build();
+        window->addSyslink(ButtonRecord{16, 10, shows("CVCP-004101", 0), std::move(information)});
+        window->addSyslink(ButtonRecord{17, 11, shows("CVCP-004102", 0), std::move(problem)});
+    }
+    std::string idleTip() const { return trayTipText("CVCP-001001"); }
+};
+
+TEST_F(ReportLaneTest, AReportRunsOnItsLaneWithTheLinksDisabledAndTheTrayTellingIt) {
+    for (std::int32_t id : {10, 11}) {
+        window = std::make_shared<RecordingWindow>("CVCP-001001", PixelPair{460, 360});
+        const auto held = std::make_shared<HeldCommand>(id);
+        const auto other = std::make_shared<CountingCommand>(id == 10 ? 11 : 10);
+        buildWithReports(id == 10 ? std::static_pointer_cast<Command>(held) : other,
+                         id == 11 ? std::static_pointer_cast<Command>(held) : other);
+        const std::string tip = idleTip();
+        EXPECT_TRUE(window->runCommand(id));
+        held->started.get_future().wait();
+        EXPECT_NE(held->thread, std::this_thread::get_id());
+        EXPECT_FALSE(window->widget(16)->isEnabled());
+        EXPECT_FALSE(window->widget(17)->isEnabled());
+        EXPECT_EQ(idleTip(), "Corvanite Control Panel: collecting the report for support");
+        EXPECT_FALSE(window->recordedMenu()->calls().empty());
+        // A second click, on either link, does nothing.
+        EXPECT_TRUE(window->runCommand(id));
+        EXPECT_TRUE(window->runCommand(id == 10 ? 11 : 10));
+        held->released.set_value();
+        ASSERT_TRUE(deliverOne(*window));
+        EXPECT_TRUE(window->widget(16)->isEnabled());
+        EXPECT_TRUE(window->widget(17)->isEnabled());
+        EXPECT_EQ(idleTip(), tip);
+        EXPECT_EQ(held->runs, 1);
+        EXPECT_EQ(other->runs, 0);
+    }
+}
+
+TEST_F(ReportLaneTest, AReportAskedForWhileTheServerLaneIsBusyRuns) {
+    const auto stop = std::make_shared<HeldCommand>(2);
+    const auto information = std::make_shared<CountingCommand>(10);
+    buildWith(2, stop);
+    window->addSyslink(ButtonRecord{16, 10, shows("CVCP-004101", 0), information});
+    std::future<void> started = stop->started.get_future();
+    window->runCommand(2);
+    started.wait();
+    window->runCommand(10);
+    ASSERT_TRUE(deliverOne(*window));
+    EXPECT_EQ(information->runs, 1);
+    EXPECT_TRUE(commandInProgress.load());
+    stop->released.set_value();
+}
+
+TEST_F(ReportLaneTest, AFailingReportFreesTheLinksAndTheTray) {
+    buildWithReports(std::make_shared<CountingCommand>(10, [] { throw std::runtime_error("x"); }),
+                     std::make_shared<CountingCommand>(11));
+    const std::string tip = idleTip();
+    window->runCommand(10);
+    ASSERT_TRUE(deliverOne(*window));
+    EXPECT_TRUE(window->widget(16)->isEnabled());
+    EXPECT_EQ(idleTip(), tip);
+}
+
+TEST_F(ReportLaneTest, AReportThatOnlyTheMenuCarriesRunsOnTheLane) {
+    build();
+    const auto information = std::make_shared<CountingCommand>(10);
+    window->addMenuItem(MenuItem{"CVCP-004101", information});
+    EXPECT_TRUE(window->runCommand(10));
+    ASSERT_TRUE(deliverOne(*window));
+    EXPECT_EQ(information->runs, 1);
+}
+
+TEST_F(ReportLaneTest, AReportThatNothingCarriesDoesNotRun) {
+    build();
+    EXPECT_FALSE(window->runCommand(11));
+    std::this_thread::sleep_for(50ms);
+    EXPECT_EQ(window->deliverLaneResults(), 0u);
 }
 
 // A command whose target another run has taken.
