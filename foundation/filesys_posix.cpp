@@ -122,12 +122,7 @@ bool openOutput(std::ofstream& stream, std::string_view path) {
     return stream.is_open();
 }
 
-// The narrow route of Windows, where the system's code page is 1251: a name survives it only when
-// all its letters lie in that code page.
-bool opensNarrow(std::string_view path) {
-    if (cp1251ToUtf8(utf8ToCp1251(path)) != path) {
-        return false;
-    }
+bool opensFile(std::string_view path) {
     std::ifstream stream;
     return openInput(stream, path);
 }

@@ -63,11 +63,9 @@ bool openOutput(std::ofstream& stream, std::string_view path) {
     return stream.is_open();
 }
 
-// A narrow name reaches the system in its ANSI code page: Cyrillic names are found only where that
-// is code page 1251.
-bool opensNarrow(std::string_view path) {
-    std::ifstream stream(utf8ToCp1251(path), std::ios::in | std::ios::binary);
-    return stream.is_open();
+bool opensFile(std::string_view path) {
+    std::ifstream stream;
+    return openInput(stream, path);
 }
 
 bool removeFile(std::string_view path) {

@@ -2,6 +2,11 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <cwchar>
+
+#include "foundation/text.h"
+
 namespace registry_native {
 
 namespace {
@@ -56,6 +61,39 @@ std::optional<std::vector<std::uint8_t>> readValue(RegistryHive hive, const std:
     }
     data.resize(size);
     return data;
+}
+
+std::optional<std::string> readTextValue(RegistryHive hive, const std::string& keyPath,
+                                         const std::string& valueName) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(handleOf(hive), utf8ToUtf16(keyPath).c_str(), 0, KEY_READ | KEY_WOW64_64KEY,
+                      &key) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    const std::wstring name = utf8ToUtf16(valueName);
+    DWORD type = 0;
+    DWORD size = 0;
+    std::vector<std::uint8_t> data;
+    LSTATUS status = RegQueryValueExW(key, name.c_str(), nullptr, &type, nullptr, &size);
+    if (status == ERROR_SUCCESS) {
+        // Room for a terminating zero the value may lack.
+        data.assign(size + sizeof(wchar_t), 0);
+        status = RegQueryValueExW(key, name.c_str(), nullptr, &type, data.data(), &size);
+    }
+    RegCloseKey(key);
+    if (status != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    data.resize(size);
+    if (type != REG_SZ && type != REG_EXPAND_SZ) {
+        return textOfBytes(data);
+    }
+    std::wstring text(data.size() / sizeof(wchar_t), L'\0');
+    std::copy(data.begin(),
+              data.begin() + static_cast<std::ptrdiff_t>(text.size() * sizeof(wchar_t)),
+              reinterpret_cast<std::uint8_t*>(text.data()));
+    text.resize(std::wcslen(text.c_str()));
+    return utf16ToUtf8(text);
 }
 
 bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::string& valueName,

@@ -20,6 +20,10 @@ extern const std::string ServiceDomain;
 // it is the product's folder "Ormal Co/CorvaniteHost" below the local application data folder.
 std::string installationPath();
 
+// The registry's "Path" as the installation folder: without the separators it may end in, so that
+// every path into it has one "/" between folder and name. A root ("C:\\" or "/") keeps its own.
+std::string installationFolderOf(std::string path);
+
 // A path inside the installation: the installation path, "/", and the relative name.
 std::string installPathOf(std::string_view name);
 
