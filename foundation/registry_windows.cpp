@@ -98,10 +98,13 @@ std::optional<std::string> readTextValue(RegistryHive hive, const std::string& k
 
 bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::string& valueName,
                     const std::string& cp1251) {
+    // Through the wide call, as the value is read: the words keep their letters on a system of
+    // any code page.
     const RegKeyWriteSession session(hive, keyPath);
-    const auto* bytes = reinterpret_cast<const BYTE*>(cp1251.data());
-    return RegSetValueExA(session.key, valueName.c_str(), 0, REG_SZ, bytes,
-                          static_cast<DWORD>(cp1251.size())) == 0;
+    const std::wstring text = fromCp1251(cp1251);
+    const auto* bytes = reinterpret_cast<const BYTE*>(text.data());
+    return RegSetValueExW(session.key, utf8ToUtf16(valueName).c_str(), 0, REG_SZ, bytes,
+                          static_cast<DWORD>(text.size() * sizeof(wchar_t))) == 0;
 }
 
 } // namespace registry_native
