@@ -1,7 +1,5 @@
 #include "diagnostics/problem_mail.h"
 
-#include <thread>
-
 #include "diagnostics/info_report.h"
 #include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
@@ -98,6 +96,6 @@ void composeProblemMail() {
 }
 
 void CorvaniteHost::reportProblem() {
-    // The report takes seconds; the window stays alive meanwhile, and exit doesn't wait for it.
-    std::thread(composeProblemMail).detach();
+    // The report takes seconds: the window runs it on the reports' lane and stays alive meanwhile.
+    composeProblemMail();
 }

@@ -42,7 +42,7 @@ void composeProblemMailWith(const ProblemMailSources& sources);
 
 ProblemMailSources systemProblemMailSources();
 
-// The body of the thread behind "Report a problem".
+// "Report a problem", on the calling thread: the window's reports' lane.
 void composeProblemMail();
 
 // Gives the link to the system's shell.

@@ -4,7 +4,9 @@
 
 #include <shellapi.h>
 
+#include "foundation/text.h"
+
 void openMailLink(const std::string& link) {
-    // The narrow call takes the code page 1251 bytes of the link as they are.
-    ShellExecuteA(nullptr, "open", link.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    // The link's words are code page 1251; the wide call keeps them on a system of any code page.
+    ShellExecuteW(nullptr, L"open", fromCp1251(link).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }

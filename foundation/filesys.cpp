@@ -61,7 +61,7 @@ std::string joinPath(std::string_view base, const char* name) {
 }
 
 bool exists(const char* path) {
-    return native::opensNarrow(path);
+    return native::opensFile(path);
 }
 
 std::vector<std::string> listDirectory(std::string_view path, bool files, bool folders,

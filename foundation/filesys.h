@@ -20,8 +20,8 @@ std::string directoryOf(std::string_view path);
 // base, "/", name: always a forward slash, even behind a base that ends in a separator.
 std::string joinPath(std::string_view base, const char* name);
 
-// Whether the file opens for reading. Takes the narrow route: the name goes to the system in code
-// page 1251, so a folder, an unreadable file or a name outside that code page is never found.
+// Whether the file opens for reading: a folder or an unreadable file is never found. The name
+// keeps every letter, whatever the system's code page.
 bool exists(const char* path);
 
 // The bare names in a folder, without "." and "..", in the system's order. A missing folder is an
@@ -88,8 +88,8 @@ bool openOutput(std::ofstream& stream, std::string_view path);
 bool flushToDisk(std::string_view path);
 // Moves a file over another in the same folder, replacing it in one step.
 bool moveOver(std::string_view from, std::string_view to);
-// Whether a narrow stream opens the file under its name in code page 1251.
-bool opensNarrow(std::string_view path);
+// Whether the file opens for reading under its UTF-8 name, every letter kept.
+bool opensFile(std::string_view path);
 // True when the file was removed or was not there; a missing folder is not "not there".
 bool removeFile(std::string_view path);
 // The folder, or nothing when the system doesn't know the number.

@@ -137,12 +137,7 @@ bool moveOver(std::string_view from, std::string_view to) {
     return std::rename(text(from).c_str(), text(to).c_str()) == 0;
 }
 
-// The narrow route of Windows, where the system's code page is 1251: a name survives it only when
-// all its letters lie in that code page.
-bool opensNarrow(std::string_view path) {
-    if (cp1251ToUtf8(utf8ToCp1251(path)) != path) {
-        return false;
-    }
+bool opensFile(std::string_view path) {
     std::ifstream stream;
     return openInput(stream, path);
 }

@@ -80,11 +80,9 @@ bool moveOver(std::string_view from, std::string_view to) {
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
-// A narrow name reaches the system in its ANSI code page: Cyrillic names are found only where that
-// is code page 1251.
-bool opensNarrow(std::string_view path) {
-    std::ifstream stream(utf8ToCp1251(path), std::ios::in | std::ios::binary);
-    return stream.is_open();
+bool opensFile(std::string_view path) {
+    std::ifstream stream;
+    return openInput(stream, path);
 }
 
 bool removeFile(std::string_view path) {

@@ -12,12 +12,7 @@ readRegistryBytes(RegistryHive hive, std::string_view keyPath, const char* value
 // A value of another type than text is read as text all the same.
 std::optional<std::string> readRegistryText(RegistryHive hive, std::string_view keyPath,
                                             std::string_view valueName) {
-    const auto bytes = readRegistryBytes(hive, keyPath, std::string(valueName).c_str());
-    if (!bytes) {
-        return std::nullopt;
-    }
-    const auto end = std::find(bytes->begin(), bytes->end(), std::uint8_t{0});
-    return cp1251ToUtf8(std::string(bytes->begin(), end));
+    return registry_native::readTextValue(hive, std::string(keyPath), std::string(valueName));
 }
 
 bool writeRegistryText(RegistryHive hive, std::string_view keyPath, std::string_view valueName,
@@ -25,3 +20,12 @@ bool writeRegistryText(RegistryHive hive, std::string_view keyPath, std::string_
     return registry_native::writeTextValue(hive, std::string(keyPath), std::string(valueName),
                                            utf8ToCp1251(text));
 }
+
+namespace registry_native {
+
+std::optional<std::string> textOfBytes(const std::vector<std::uint8_t>& bytes) {
+    const auto end = std::find(bytes.begin(), bytes.end(), std::uint8_t{0});
+    return cp1251ToUtf8(std::string(bytes.begin(), end));
+}
+
+} // namespace registry_native

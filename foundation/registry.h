@@ -17,7 +17,8 @@ enum class RegistryHive : std::uint32_t { CurrentUser = 0x80000001u, LocalMachin
 std::optional<std::vector<std::uint8_t>>
 readRegistryBytes(RegistryHive hive, std::string_view keyPath, const char* valueName);
 
-// The value as UTF-8 text: the data up to its first zero byte, read as code page 1251.
+// The value as UTF-8 text, up to its first zero: a text value with every letter it holds, any
+// other as its bytes read as code page 1251.
 std::optional<std::string> readRegistryText(RegistryHive hive, std::string_view keyPath,
                                             std::string_view valueName);
 
@@ -31,7 +32,15 @@ namespace registry_native {
 
 std::optional<std::vector<std::uint8_t>> readValue(RegistryHive hive, const std::string& keyPath,
                                                    const char* valueName);
+// The value as UTF-8 text up to its first zero. A text value comes through the system's wide
+// call, so that a folder's name keeps every letter whatever the system's code page; a value of
+// another type is read as code page 1251 bytes.
+std::optional<std::string> readTextValue(RegistryHive hive, const std::string& keyPath,
+                                         const std::string& valueName);
 bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::string& valueName,
                     const std::string& cp1251);
+
+// Bytes up to the first zero, read as code page 1251.
+std::optional<std::string> textOfBytes(const std::vector<std::uint8_t>& bytes);
 
 } // namespace registry_native

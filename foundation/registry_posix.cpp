@@ -83,6 +83,16 @@ std::optional<std::vector<std::uint8_t>> readValue(RegistryHive hive, const std:
     return data;
 }
 
+// The stand-in keeps a value's bytes as the narrow view of a registry in code page 1251 shows them.
+std::optional<std::string> readTextValue(RegistryHive hive, const std::string& keyPath,
+                                         const std::string& valueName) {
+    const auto bytes = readValue(hive, keyPath, valueName.c_str());
+    if (!bytes) {
+        return std::nullopt;
+    }
+    return textOfBytes(*bytes);
+}
+
 bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::string& valueName,
                     const std::string& cp1251) {
     const std::string folder = keyFolder(hive, keyPath);

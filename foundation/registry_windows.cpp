@@ -2,6 +2,11 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <cwchar>
+
+#include "foundation/text.h"
+
 namespace registry_native {
 
 namespace {
@@ -58,12 +63,48 @@ std::optional<std::vector<std::uint8_t>> readValue(RegistryHive hive, const std:
     return data;
 }
 
+std::optional<std::string> readTextValue(RegistryHive hive, const std::string& keyPath,
+                                         const std::string& valueName) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(handleOf(hive), utf8ToUtf16(keyPath).c_str(), 0, KEY_READ | KEY_WOW64_64KEY,
+                      &key) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    const std::wstring name = utf8ToUtf16(valueName);
+    DWORD type = 0;
+    DWORD size = 0;
+    std::vector<std::uint8_t> data;
+    LSTATUS status = RegQueryValueExW(key, name.c_str(), nullptr, &type, nullptr, &size);
+    if (status == ERROR_SUCCESS) {
+        // Room for a terminating zero the value may lack.
+        data.assign(size + sizeof(wchar_t), 0);
+        status = RegQueryValueExW(key, name.c_str(), nullptr, &type, data.data(), &size);
+    }
+    RegCloseKey(key);
+    if (status != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    data.resize(size);
+    if (type != REG_SZ && type != REG_EXPAND_SZ) {
+        return textOfBytes(data);
+    }
+    std::wstring text(data.size() / sizeof(wchar_t), L'\0');
+    std::copy(data.begin(),
+              data.begin() + static_cast<std::ptrdiff_t>(text.size() * sizeof(wchar_t)),
+              reinterpret_cast<std::uint8_t*>(text.data()));
+    text.resize(std::wcslen(text.c_str()));
+    return utf16ToUtf8(text);
+}
+
 bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::string& valueName,
                     const std::string& cp1251) {
+    // Through the wide call, as the value is read: the words keep their letters on a system of
+    // any code page.
     const RegKeyWriteSession session(hive, keyPath);
-    const auto* bytes = reinterpret_cast<const BYTE*>(cp1251.data());
-    return RegSetValueExA(session.key, valueName.c_str(), 0, REG_SZ, bytes,
-                          static_cast<DWORD>(cp1251.size())) == 0;
+    const std::wstring text = fromCp1251(cp1251);
+    const auto* bytes = reinterpret_cast<const BYTE*>(text.data());
+    return RegSetValueExW(session.key, utf8ToUtf16(valueName).c_str(), 0, REG_SZ, bytes,
+                          static_cast<DWORD>(text.size() * sizeof(wchar_t))) == 0;
 }
 
 } // namespace registry_native

@@ -15,10 +15,14 @@
 // build-time setting of the product (the CMake cache variable ServiceDomain).
 extern const std::string ServiceDomain;
 
-// The installation folder. Taken from the registry's "Path" at the first call, which comes during
-// static initialisation, and kept for the rest of the run; without that value it is the product's
-// folder "Ormal Co/CorvaniteHost" below the local application data folder.
+// The installation folder. Taken from the registry's "Path" at the first call, which comes on the
+// interface thread while the program starts, and kept for the rest of the run; without that value
+// it is the product's folder "Ormal Co/CorvaniteHost" below the local application data folder.
 std::string installationPath();
+
+// The registry's "Path" as the installation folder: without the separators it may end in, so that
+// every path into it has one "/" between folder and name. A root ("C:\\" or "/") keeps its own.
+std::string installationFolderOf(std::string path);
 
 // A path inside the installation: the installation path, "/", and the relative name.
 std::string installPathOf(std::string_view name);

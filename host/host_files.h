@@ -1,7 +1,7 @@
 #pragma once
 
-// Names of the files that the installation holds beside the control panel. They are plain C texts
-// so that they can be used during static initialisation, when the installation path is first read.
+// Names of the files that the installation holds beside the control panel. They are plain C texts,
+// constant from the program's start, so that any floor and any thread may use them at any time.
 
 // The server's executable: the file in the installation folder and the process name.
 inline constexpr const char* hostFileName = "CorvaniteHost.exe";

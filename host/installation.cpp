@@ -17,7 +17,8 @@ constexpr std::string_view pathValue = "Path";
 constexpr const char* vendorFolder = "Ormal Co";
 constexpr const char* productFolder = "CorvaniteHost";
 
-// The first call comes during static initialisation, before any thread exists: no lock.
+// The first call comes on the interface thread while the program starts, before any other thread
+// exists: no lock.
 std::string& cachedPath() {
     static std::string path;
     return path;
@@ -37,8 +38,19 @@ std::string installationPath() {
     std::string& path = cachedPath();
     if (path.empty()) {
         const std::string fallback = fallbackPath();
-        path =
-            readRegistryText(RegistryHive::CurrentUser, productKey, pathValue).value_or(fallback);
+        path = installationFolderOf(
+            readRegistryText(RegistryHive::CurrentUser, productKey, pathValue).value_or(fallback));
+    }
+    return path;
+}
+
+std::string installationFolderOf(std::string path) {
+    const auto isSeparator = [](char letter) { return letter == '\\' || letter == '/'; };
+    const auto isRoot = [&path] {
+        return path.size() == 1 || (path.size() == 3 && path[1] == ':');
+    };
+    while (!path.empty() && isSeparator(path.back()) && !isRoot()) {
+        path.pop_back();
     }
     return path;
 }

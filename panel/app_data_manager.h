@@ -43,7 +43,8 @@ private:
     nlohmann::json widgetData;
 };
 
-// Where the program's layout lies: the installation folder, "/", "CVHControlPanel.json".
+// Where the program's layout lies: the installation folder, "/", "CVHControlPanel.json". Fixed at
+// the first call, which comes on the interface thread while the program starts.
 const std::string& layoutPath();
 
 } // namespace utils

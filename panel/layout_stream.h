@@ -4,6 +4,6 @@
 #include <string>
 
 // Opens the layout file for binary reading, shared with everyone. A file that can't be opened
-// gives a failed stream, which the parser then meets as empty input. The path is UTF-8 and passes
-// through code page 1251 on its way, so a name with letters outside it is never found.
+// gives a failed stream, which the parser then meets as empty input. The path is UTF-8 and keeps
+// every letter on its way.
 std::ifstream openLayoutStream(const std::string& path);

@@ -40,6 +40,8 @@ std::int32_t WidgetImp::selectedIndex() const {
     return -1;
 }
 
+void WidgetImp::select(std::int32_t) {}
+
 void WidgetImp::setTooltipText(const std::wstring&) {}
 
 void WidgetImp::refreshDisplayText() {

@@ -40,6 +40,9 @@ public:
     // entry of a combo box or tab panel (-1 for none). Other kinds answer false and -1.
     virtual bool isChecked() const;
     virtual std::int32_t selectedIndex() const;
+    // Selects the entry of a combo box, as the program's own choice: no event follows. Kinds
+    // without entries have nothing to select and ignore it.
+    virtual void select(std::int32_t index);
     // The link of the server's address shows the service's address as a tooltip; other widgets
     // have none and ignore it. UTF-16 text.
     virtual void setTooltipText(const std::wstring& text);

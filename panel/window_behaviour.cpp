@@ -8,12 +8,14 @@
 #include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
+#include "foundation/work_lane.h"
 #include "host/corvanite_host.h"
 #include "host/host_options.h"
 #include "host/log_level.h"
 #include "panel/layout_ids.h"
+#include "panel/startup_state.h"
 #include "panel/tooltip_base.h"
-#include "panel/worker_thread.h"
+#include "panel/tray_tip.h"
 
 std::atomic<bool> commandInProgress{false};
 
@@ -21,6 +23,10 @@ namespace {
 
 bool isLongRunning(std::int32_t id) {
     return id == commandid::run || id == commandid::stop || id == commandid::logLevel;
+}
+
+bool isReport(std::int32_t id) {
+    return id == commandid::collectInformation || id == commandid::reportProblem;
 }
 
 // The worker takes its command from a fixed widget, whichever control or menu item asked for it.
@@ -35,18 +41,6 @@ std::int32_t carrierOf(std::int32_t id) {
     default:
         return -1;
     }
-}
-
-// The log-level box goes with Run and Stop while a server operation runs; a layout without one
-// still runs the server.
-void enableIfPresent(const WindowImp& window, std::int32_t id, bool enabled) {
-    std::shared_ptr<WidgetImp> found;
-    try {
-        found = window.widget(id);
-    } catch (const std::logic_error&) {
-        return;
-    }
-    found->setEnabled(enabled);
 }
 
 // The action's word in the failure box; none for an action without one.
@@ -87,7 +81,6 @@ bool WindowImp::update() {
     }
     widget(widgetid::runButton)->setEnabled(!busy() && !status.running);
     widget(widgetid::stopButton)->setEnabled(!busy() && status.running);
-    enableIfPresent(*this, widgetid::logLevelBox, !busy());
     if (menu_) {
         menu_->enableItem(commandid::run, !busy());
         menu_->enableItem(commandid::stop, !busy());
@@ -112,6 +105,9 @@ bool WindowImp::runCommand(std::int32_t id) {
         runOnWorker(id);
         return true;
     }
+    if (isReport(id)) {
+        return runOnReportLane(id);
+    }
     for (const WidgetEntry& entry : widgets_) {
         if (entry.widget->commandId() == id) {
             entry.widget->execute();
@@ -122,22 +118,28 @@ bool WindowImp::runCommand(std::int32_t id) {
 }
 
 void WindowImp::runOnWorker(std::int32_t id) {
-    // One long-running command at a time, whoever asks: a second one meanwhile is dropped.
-    bool idle = false;
-    if (!commandInProgress.compare_exchange_strong(idle, true)) {
-        return;
+    {
+        const std::lock_guard<std::mutex> hold(operationLock_);
+        if (commandInProgress.load(std::memory_order_relaxed)) {
+            // One server operation at a time: a Run or Stop meanwhile is dropped, while a level
+            // chosen meanwhile is the user's last word and is applied right after this one.
+            levelPending_ = levelPending_ || id == commandid::logLevel;
+            return;
+        }
+        if (!claimCarrier(id)) {
+            return;
+        }
+        commandInProgress.store(true, std::memory_order_relaxed);
+        // A level change reads the level chosen last when it runs.
+        levelPending_ = levelPending_ && id != commandid::logLevel;
     }
-    if (!claimCarrier(id)) {
-        commandInProgress.store(false);
-        return;
-    }
+    // The level box stays usable: a choice meanwhile waits for its turn.
     widget(widgetid::runButton)->setEnabled(false);
     widget(widgetid::stopButton)->setEnabled(false);
-    enableIfPresent(*this, widgetid::logLevelBox, false);
     if (menu_) {
         menu_->enableItem(id, false);
     }
-    runOnWorkerThread([window = shared_from_this(), id] { window->finishOnWorker(id); });
+    serverLane().post([window = shared_from_this(), id] { window->finishOnWorker(id); });
 }
 
 bool WindowImp::claimCarrier(std::int32_t id) const {
@@ -152,6 +154,28 @@ bool WindowImp::claimCarrier(std::int32_t id) const {
 }
 
 void WindowImp::finishOnWorker(std::int32_t id) {
+    bool levelChanged = false;
+    for (std::int32_t next = id; next != 0; next = nextOnWorker()) {
+        executeOnWorker(next);
+        levelChanged = levelChanged || next == commandid::logLevel;
+    }
+    if (levelChanged) {
+        // The box shows what the file holds, also when a write was refused.
+        postLaneResult(LaneResult::levelSettled, startupSelection(widgetid::logLevelBox));
+    }
+}
+
+std::int32_t WindowImp::nextOnWorker() {
+    const std::lock_guard<std::mutex> hold(operationLock_);
+    if (levelPending_ && claimCarrier(commandid::logLevel)) {
+        levelPending_ = false;
+        return commandid::logLevel;
+    }
+    commandInProgress.store(false, std::memory_order_relaxed);
+    return 0;
+}
+
+void WindowImp::executeOnWorker(std::int32_t id) {
     try {
         widget(carrierOf(id))->execute();
     } catch (...) {
@@ -164,7 +188,75 @@ void WindowImp::finishOnWorker(std::int32_t id) {
             // Nothing is left to tell the user with; the panel goes on.
         }
     }
-    commandInProgress.store(false, std::memory_order_relaxed);
+}
+
+bool WindowImp::runOnReportLane(std::int32_t id) {
+    const std::shared_ptr<Command> command = reportCommand(id);
+    if (!command) {
+        return false;
+    }
+    // A report takes seconds; one at a time, and a click meanwhile does nothing.
+    if (reportInProgress_) {
+        return true;
+    }
+    reportInProgress_ = true;
+    showReportInProgress(true);
+    reportLane().post([window = shared_from_this(), command, id] {
+        try {
+            command->execute();
+        } catch (...) {
+            // A report tells its own failures; the window is freed for the next one all the same.
+        }
+        window->postLaneResult(LaneResult::reportDone, id);
+    });
+    return true;
+}
+
+// The command of the first widget that carries the id, else the menu's.
+std::shared_ptr<Command> WindowImp::reportCommand(std::int32_t id) const {
+    for (const WidgetEntry& entry : widgets_) {
+        if (entry.widget->commandId() == id) {
+            return entry.widget->command();
+        }
+    }
+    try {
+        return menu_ ? menu_->find(id).command : nullptr;
+    } catch (const std::logic_error&) {
+        return nullptr;
+    }
+}
+
+void WindowImp::showReportInProgress(bool collecting) {
+    for (const WidgetEntry& entry : widgets_) {
+        if (isReport(entry.widget->commandId())) {
+            entry.widget->setEnabled(!collecting);
+        }
+    }
+    setReportBeingCollected(collecting);
+    if (menu_) {
+        menu_->updateTexts();
+    }
+}
+
+void WindowImp::laneResultArrived(LaneResult result, std::int32_t value) {
+    if (result == LaneResult::reportDone) {
+        reportInProgress_ = false;
+        showReportInProgress(false);
+        return;
+    }
+    if (result != LaneResult::levelSettled) {
+        return;
+    }
+    // A newer choice already runs: its own end tells the file's level.
+    const std::lock_guard<std::mutex> hold(operationLock_);
+    if (commandInProgress.load(std::memory_order_relaxed) || levelPending_) {
+        return;
+    }
+    try {
+        widget(widgetid::logLevelBox)->select(value);
+    } catch (const std::logic_error&) {
+        // A layout without the level box has nothing to show it in.
+    }
 }
 
 void WindowImp::changeLanguage(std::int32_t index) {

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -14,9 +15,19 @@
 #include "panel/widget_imp.h"
 
 // True while a long-running command (Run, Stop, a new log level, the watchdog's restart) works on
-// its worker thread. The interface thread takes it when it starts one, and a second request
-// meanwhile is dropped; the worker lets it go. The buttons read it at each tick.
+// its worker thread. The interface thread takes it when it starts one; a Run or Stop asked for
+// meanwhile is dropped, a log level chosen meanwhile waits for its end. The worker lets it go. The
+// buttons read it at each tick.
 extern std::atomic<bool> commandInProgress;
+
+// What a worker hands back to the interface thread, by a message to the window: a worker never
+// touches a widget itself.
+enum class LaneResult : std::int32_t {
+    // The level changes have ended; the value is the index of nginx.conf's level in the box.
+    levelSettled = 1,
+    // A report has ended; the value is its command id.
+    reportDone = 2,
+};
 
 // One row of the widget table: the layout's "id" and the widget.
 struct WidgetEntry {
@@ -64,15 +75,22 @@ public:
     // Hands the item to the menu; nothing without a menu.
     virtual void addMenuItem(const MenuItem& item);
     virtual bool isWidgetEnabled(std::int32_t id) const;
-    // Runs a command of a control or a menu item: Run, Stop and the log level (1, 2, 9) on a
-    // worker thread, others at once through the first widget that carries them, else through
-    // the menu. False when nothing ran it.
+    // Runs a command of a control or a menu item: Run, Stop and the log level (1, 2, 9) on the
+    // server's lane, the reports (10, 11) on the reports' lane, others at once through the first
+    // widget that carries them, else through the menu. False when nothing ran it.
     virtual bool runCommand(std::int32_t id);
 
-    // Starts a long-running command on the worker thread, with Run, Stop and the log level box
-    // disabled meanwhile; nothing while another one runs. A failure there is shown in a box that
-    // names the action.
+    // Starts a long-running command on the worker thread, with Run and Stop disabled meanwhile. A
+    // Run or Stop asked for while another one runs is dropped; a log level asked for meanwhile is
+    // applied right after it, once however often it was asked for, with the level chosen last. A
+    // failure there is shown in a box that names the action.
     void runOnWorker(std::int32_t id);
+
+    // The platform's: hands a worker's result to the interface thread, which gives it to
+    // laneResultArrived. Called on a worker; returns at once.
+    virtual void postLaneResult(LaneResult result, std::int32_t value) = 0;
+    // A worker's result, on the interface thread.
+    void laneResultArrived(LaneResult result, std::int32_t value);
 
     // The events of the user, as the native half gets them:
     // a language picked in widget 12 (its entry index),
@@ -107,9 +125,24 @@ private:
     // Claims what the command of the widget that carries it works on.
     bool claimCarrier(std::int32_t id) const;
     void finishOnWorker(std::int32_t id);
+    void executeOnWorker(std::int32_t id);
+    // Starts a report on the reports' lane, with the report links disabled and the tray telling
+    // it meanwhile; a report asked for while one is collected does nothing.
+    bool runOnReportLane(std::int32_t id);
+    std::shared_ptr<Command> reportCommand(std::int32_t id) const;
+    void showReportInProgress(bool collecting);
+    // The command the worker runs next: a level chosen while the last one ran, else none (0), which
+    // ends the long-running command.
+    std::int32_t nextOnWorker();
 
     const std::string title_;
     const PixelPair size_;
     std::shared_ptr<MenuImp> menu_;
     std::vector<WidgetEntry> widgets_;
+    // Guards the start and the end of a long-running command with the pending level choice: the
+    // interface thread and the worker hold it for a moment each, never across an operation.
+    std::mutex operationLock_;
+    bool levelPending_ = false;
+    // Read and written by the interface thread only.
+    bool reportInProgress_ = false;
 };

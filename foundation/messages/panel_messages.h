@@ -5,14 +5,16 @@
 // that when it is compiled).
 namespace panelmsg {
 
-inline constexpr const char run[] = "CVCP-000001";                 // Run
-inline constexpr const char stop[] = "CVCP-000002";                // Stop
-inline constexpr const char days[] = "CVCP-000003";                // d. :
-inline constexpr const char hours[] = "CVCP-000004";               // h. :
-inline constexpr const char minutes[] = "CVCP-000005";             // m. :
-inline constexpr const char seconds[] = "CVCP-000006";             // s.
-inline constexpr const char running[] = "CVCP-000009";             // Running
-inline constexpr const char stopped[] = "CVCP-000010";             // Stopped
+inline constexpr const char run[] = "CVCP-000001";     // Run
+inline constexpr const char stop[] = "CVCP-000002";    // Stop
+inline constexpr const char days[] = "CVCP-000003";    // d. :
+inline constexpr const char hours[] = "CVCP-000004";   // h. :
+inline constexpr const char minutes[] = "CVCP-000005"; // m. :
+inline constexpr const char seconds[] = "CVCP-000006"; // s.
+inline constexpr const char running[] = "CVCP-000009"; // Running
+inline constexpr const char stopped[] = "CVCP-000010"; // Stopped
+inline constexpr const char reportBeingCollected[] =
+    "CVCP-004103"; // %1: collecting the report for support
 inline constexpr const char hostVersionLabel[] = "CVCP-005001";    // Host application version:
 inline constexpr const char libraryVersionLabel[] = "CVCP-005002"; // Library version:
 inline constexpr const char portLabel[] = "CVCP-005004";           // Port:
@@ -84,6 +86,7 @@ inline constexpr const char* named[] = {run,
                                         seconds,
                                         running,
                                         stopped,
+                                        reportBeingCollected,
                                         hostVersionLabel,
                                         libraryVersionLabel,
                                         portLabel,

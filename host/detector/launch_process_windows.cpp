@@ -10,16 +10,16 @@ namespace detector::native {
 
 bool startDetached(const std::string& path, const std::string& arguments,
                    const std::string& folder) {
-    const std::string application = utf8ToCp1251(path);
-    const std::string workingFolder = utf8ToCp1251(folder);
+    const std::wstring application = utf8ToUtf16(path);
+    const std::wstring workingFolder = utf8ToUtf16(folder);
     // The system may write into the command line, so it gets a copy of its own.
-    const std::string line = utf8ToCp1251(arguments);
-    std::vector<char> commandLine(line.begin(), line.end());
-    commandLine.push_back('\0');
-    STARTUPINFOA startup{};
+    const std::wstring line = utf8ToUtf16(arguments);
+    std::vector<wchar_t> commandLine(line.begin(), line.end());
+    commandLine.push_back(L'\0');
+    STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION information{};
-    if (!CreateProcessA(path.empty() ? nullptr : application.c_str(),
+    if (!CreateProcessW(path.empty() ? nullptr : application.c_str(),
                         arguments.empty() ? nullptr : commandLine.data(), nullptr, nullptr, FALSE,
                         CREATE_NO_WINDOW, nullptr, folder.empty() ? nullptr : workingFolder.c_str(),
                         &startup, &information)) {

@@ -19,18 +19,18 @@ HANDLE handleOf(std::intptr_t value) {
 
 CapturedChild startCapturedChild(const std::string& commandLine, const PipeEnd& input,
                                  const PipeEnd& output) {
-    STARTUPINFOA startup{};
+    STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = handleOf(input.handle());
     startup.hStdOutput = handleOf(output.handle());
     startup.hStdError = handleOf(output.handle());
     // The system may write into the command line, so it gets a copy of its own.
-    const std::string line = utf8ToCp1251(commandLine);
-    std::vector<char> writable(line.begin(), line.end());
-    writable.push_back('\0');
+    const std::wstring line = utf8ToUtf16(commandLine);
+    std::vector<wchar_t> writable(line.begin(), line.end());
+    writable.push_back(L'\0');
     PROCESS_INFORMATION information{};
-    if (!CreateProcessA(nullptr, writable.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
+    if (!CreateProcessW(nullptr, writable.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
                         nullptr, &startup, &information)) {
         throw InternalError();
     }

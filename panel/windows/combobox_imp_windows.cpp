@@ -41,3 +41,8 @@ void ComboboxImpWindows::updateText() {
 std::int32_t ComboboxImpWindows::selectedIndex() const {
     return static_cast<std::int32_t>(SendMessageW(handle, CB_GETCURSEL, 0, 0));
 }
+
+void ComboboxImpWindows::select(std::int32_t index) {
+    // CB_SETCURSEL sends no selection change: the program's own choice is no user's event.
+    SendMessageW(handle, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}

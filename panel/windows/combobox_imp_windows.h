@@ -19,6 +19,7 @@ public:
     // Rewrites the entries in the language in force and keeps the selected index (0 if none).
     void updateText() override;
     std::int32_t selectedIndex() const override;
+    void select(std::int32_t index) override;
 
 private:
     void addEntries();

@@ -143,3 +143,9 @@ void WindowImpWindows::createMenu() {
         setMenu(std::make_shared<MenuImpWindows>(window, instance, layout));
     }
 }
+
+void WindowImpWindows::postLaneResult(LaneResult result, std::int32_t value) {
+    // A window already gone takes no result: the program is ending.
+    PostMessageW(window, laneResultMessage, static_cast<WPARAM>(result),
+                 static_cast<LPARAM>(value));
+}

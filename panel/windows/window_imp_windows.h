@@ -7,6 +7,9 @@
 #include "panel/app_data_manager.h"
 #include "panel/window_imp.h"
 
+// A worker's result on its way to the window: the result in wParam, its value in lParam.
+constexpr UINT laneResultMessage = WM_APP + 1;
+
 // The native main window: its class, the fixed-size top-level window, the update timer, and the
 // way from window messages to the window's events.
 class WindowImpWindows : public WindowImp {
@@ -31,6 +34,9 @@ public:
     void addSyslink(const ButtonRecord& record) override;
     void addCheckbox(const ButtonRecord& record) override;
     void createMenu() override;
+    // Posts the result to the window's own queue: any thread may, and the window procedure takes
+    // it on the interface thread.
+    void postLaneResult(LaneResult result, std::int32_t value) override;
 
     virtual LRESULT windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     // Registers the class again, without looking at the result; nothing calls it.

@@ -80,6 +80,9 @@ LRESULT WindowImpWindows::windowProc(HWND window, UINT message, WPARAM wParam, L
         return reinterpret_cast<LRESULT>(staticControlBrush(reinterpret_cast<HDC>(wParam)));
     case trayMessage:
         return onTrayMessage(lParam);
+    case laneResultMessage:
+        laneResultArrived(static_cast<LaneResult>(wParam), static_cast<std::int32_t>(lParam));
+        return 0;
     default:
         if (message == taskbarCreatedMessage() && menu()) {
             std::static_pointer_cast<MenuImpWindows>(menu())->restoreTrayIcon();

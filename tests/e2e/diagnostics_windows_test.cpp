@@ -54,17 +54,6 @@ std::vector<std::uint8_t> bytesOf(const std::string& text) {
     return {text.begin(), text.end()};
 }
 
-// The text that a program started by the shell sees of bytes handed to ShellExecuteA: the system's
-// 8-bit code page widened, here as UTF-8.
-std::string asTheShellPassesIt(const std::string& bytes) {
-    const int length =
-        MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()), nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()), wide.data(),
-                        length);
-    return utf8(wide);
-}
-
 std::string currentUser() {
     wchar_t name[256] = {};
     DWORD size = sizeof(name) / sizeof(name[0]);
@@ -111,10 +100,14 @@ protected:
         return window;
     }
 
-    // A click on "Get information", and the folder that the shell was asked to show.
+    // A click on "Get information", and the folder that the shell was asked to show, once the
+    // report has ended and its link is enabled again.
     std::optional<std::string> getInformation(HWND window, std::size_t recordIndex) {
-        ui::clickLink(control(window, informationLink));
-        return shell.waitForRecord(recordIndex, reportTime);
+        HWND link = control(window, informationLink);
+        ui::clickLink(link);
+        auto opened = shell.waitForRecord(recordIndex, reportTime);
+        EXPECT_TRUE(ui::waitUntil([&] { return ui::isEnabled(link); }));
+        return opened;
     }
 
     std::string label(HWND window, int id) { return utf8(ui::text(control(window, id))); }
@@ -204,8 +197,7 @@ TEST_F(Diagnostics, ReportAProblemHandsTheShellTheReportAsAMailtoLink) {
     const auto link = shell.waitForRecord(1, reportTime);
     ASSERT_TRUE(link.has_value()) << "no link reached the shell";
     const std::string subject = "Corvanite " + label(window, libraryVersionLabel);
-    EXPECT_EQ(*link,
-              asTheShellPassesIt(mailLink(joinText(supportAddresses(), ","), subject, report)));
+    EXPECT_EQ(*link, cp1251ToUtf8(mailLink(joinText(supportAddresses(), ","), subject, report)));
     EXPECT_EQ(link->rfind("mailto:" + SupportMailAddress + "?subject=Corvanite%20", 0), 0u);
     EXPECT_NE(link->find("&body=\r%0D%0A\r%0D%0A--\r%0D%0A"), std::string::npos);
     EXPECT_EQ(link->find_first_of(" \n"), std::string::npos);
@@ -242,4 +234,44 @@ TEST_F(Diagnostics, GetInformationWithoutTheLogsFolderShowsCVCP006017) {
     EXPECT_EQ(box->caption, L"Corvanite");
     EXPECT_EQ(box->text, words("CVCP-006017", English));
     EXPECT_TRUE(shell.records().empty());
+}
+
+TEST_F(Diagnostics, WhileAReportIsCollectedTheWindowAnswersAndTheTrayMenuOpens) {
+    ProgramRun run;
+    HWND window = startWithServer(run);
+    ASSERT_NE(window, nullptr);
+    HWND link = control(window, informationLink);
+    ui::clickLink(link);
+    // The probes take seconds under Wine (ping, the event log's wait): the link stays disabled
+    // meanwhile, and the window answers at once all along.
+    ASSERT_TRUE(ui::waitUntil([&] { return !ui::isEnabled(link); }));
+    DWORD_PTR answer = 0;
+    EXPECT_NE(SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 200, &answer), 0);
+    ui::trayClick(window, WM_RBUTTONDOWN);
+    HWND menu = ui::waitForPopupMenu(run.processId());
+    ASSERT_NE(menu, nullptr);
+    ui::dismissPopup(menu);
+    EXPECT_FALSE(ui::isEnabled(link))
+        << "the report ended before the menu could show the window's life";
+    // A second click while the report is collected does nothing: one folder opens.
+    ui::clickLink(link);
+    while (!ui::isEnabled(link) && shell.records().empty()) {
+        EXPECT_NE(SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 200, &answer), 0);
+        Sleep(100);
+    }
+    ASSERT_TRUE(shell.waitForRecord(0, reportTime).has_value());
+    EXPECT_TRUE(ui::waitUntil([&] { return ui::isEnabled(link); }));
+    EXPECT_FALSE(shell.waitForRecord(1, 2s).has_value());
+}
+
+TEST_F(Diagnostics, AReportAskedForWhileTheServerIsStoppedIsCollected) {
+    ProgramRun run;
+    HWND window = startWithServer(run);
+    ASSERT_NE(window, nullptr);
+    HWND stop = control(window, StopButton);
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(stop); }));
+    ui::click(stop);
+    // While the server's lane stops the server, the report runs on its own.
+    ASSERT_TRUE(getInformation(window, 0).has_value());
+    EXPECT_TRUE(installation.waitForServer(false));
 }

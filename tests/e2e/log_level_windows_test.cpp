@@ -42,11 +42,33 @@ TEST_F(LogLevelChoice, WhileTheServerIsStoppedTheLevelIsStoredAllTheSame) {
     ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(stop); }));
     ui::click(stop);
     ASSERT_TRUE(installation.waitForServer(false));
-    // The box is disabled while the stop runs, as Run and Stop are.
-    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, LogLevelBox)); }));
+    // The box stays usable while the stop runs.
+    EXPECT_TRUE(ui::isEnabled(control(window, LogLevelBox)));
     ui::chooseComboEntry(control(window, LogLevelBox), 0);
     EXPECT_TRUE(ui::waitUntil([&] {
         return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log error;") !=
                std::string::npos;
     }));
+}
+
+TEST_F(LogLevelChoice, TwoChoicesInARowLeaveTheSecondInNginxConfAndOneServer) {
+    ProgramRun run;
+    HWND window = startPanel(run);
+    ASSERT_NE(window, nullptr);
+    const std::size_t processes = installation.serverProcesses().size();
+    HWND box = control(window, LogLevelBox);
+    ui::chooseComboEntryNow(box, 2);
+    ui::chooseComboEntryNow(box, 0);
+    // The second choice waits for the first one's restart and is applied right after it.
+    EXPECT_TRUE(ui::waitUntil([&] {
+        return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log error;") !=
+               std::string::npos;
+    }));
+    // Stop is disabled from the first choice to the end of the last operation.
+    EXPECT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, StopButton)); }));
+    EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000009", 1)));
+    EXPECT_EQ(installation.serverProcesses().size(), processes);
+    EXPECT_EQ(ui::comboSelection(box), 0);
+    EXPECT_NE(installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log error;"),
+              std::string::npos);
 }

@@ -144,6 +144,12 @@ void chooseComboEntry(HWND combobox, int index) {
     PostMessageW(GetParent(combobox), WM_COMMAND, command, reinterpret_cast<LPARAM>(combobox));
 }
 
+void chooseComboEntryNow(HWND combobox, int index) {
+    sendBounded(combobox, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    const WPARAM command = MAKEWPARAM(GetDlgCtrlID(combobox), CBN_SELCHANGE);
+    sendBounded(GetParent(combobox), WM_COMMAND, command, reinterpret_cast<LPARAM>(combobox));
+}
+
 int comboSelection(HWND combobox) {
     return static_cast<int>(sendBounded(combobox, CB_GETCURSEL, 0, 0));
 }

@@ -45,6 +45,9 @@ bool isChecked(HWND checkbox);
 void clickLink(HWND link);
 // Selects the entry and tells the parent as the user's choice would (CBN_SELCHANGE).
 void chooseComboEntry(HWND combobox, int index);
+// The same, with the change sent: it returns once the window has handled it, so that two choices
+// in a row reach the program one after the other, each with its own entry selected.
+void chooseComboEntryNow(HWND combobox, int index);
 int comboSelection(HWND combobox);
 std::wstring comboEntry(HWND combobox, int index);
 int comboCount(HWND combobox);

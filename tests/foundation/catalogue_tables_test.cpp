@@ -19,7 +19,7 @@ struct CatalogueInfo {
 };
 
 const CatalogueInfo catalogues[] = {
-    {"panelMessages", &panelMessages, 83},
+    {"panelMessages", &panelMessages, 84},
     {"commonMessages", &commonMessages, 18},
     {"serviceMessages", &serviceMessages, 82},
     {"zipMessages", &zipMessages, 2},
@@ -57,6 +57,7 @@ const EnglishRow englishRows[] = {
     {&panelMessages, "CVCP-004002", "Logs"},
     {&panelMessages, "CVCP-004101", "<a>Get information</a>"},
     {&panelMessages, "CVCP-004102", "<a>Report a problem</a>"},
+    {&panelMessages, "CVCP-004103", "%1: collecting the report for support"},
     {&panelMessages, "CVCP-005001", "Host application version:"},
     {&panelMessages, "CVCP-005002", "Library version:"},
     {&panelMessages, "CVCP-005003", "Version:"},
@@ -374,7 +375,7 @@ TEST(CatalogueTables, EveryNamedIdExists) {
                 << row.id << " language " << language;
         }
     }
-    EXPECT_EQ(std::size(englishRows), 83u + 18u + 82u + 2u);
+    EXPECT_EQ(std::size(englishRows), 84u + 18u + 82u + 2u);
 }
 
 TEST(CatalogueTables, EnglishWordsAsTheProductShipsThem) {

@@ -12,11 +12,6 @@
 #include "tests/support/foundation/environment_value.h"
 #include "tests/support/foundation/temp_folder.h"
 
-// The POSIX body reads narrow names as a system with code page 1251 would.
-bool narrowNamesAreCodePage1251() {
-    return true;
-}
-
 TEST(FileSystemPosix, LocalAppDataIsXdgDataHome) {
     const EnvironmentValue data("XDG_DATA_HOME", "/srv/data");
     EXPECT_EQ(filesys::localAppDataFolder(), "/srv/data");

@@ -9,10 +9,6 @@
 
 #include <shlobj.h>
 
-bool narrowNamesAreCodePage1251() {
-    return GetACP() == 1251;
-}
-
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;

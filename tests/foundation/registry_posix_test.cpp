@@ -112,3 +112,13 @@ TEST(RegistryPosix, ValueNameCannotReachAnotherKey) {
     EXPECT_EQ(readRegistryText(RegistryHive::CurrentUser, key, "../Escaped"), std::nullopt);
     removeTestKey(key);
 }
+
+// The stand-in keeps a text value as the narrow view of a registry in code page 1251 shows it.
+TEST(RegistryPosix, WrittenTextIsStoredInCodePage1251) {
+    const std::string key = makeTestKey();
+    ASSERT_TRUE(writeRegistryText(RegistryHive::CurrentUser, key, "Path", "\xD0\x96z")); // Жz
+    const auto bytes = readRegistryBytes(RegistryHive::CurrentUser, key, "Path");
+    ASSERT_TRUE(bytes.has_value());
+    EXPECT_EQ(*bytes, (std::vector<std::uint8_t>{0xC6, 'z'}));
+    removeTestKey(key);
+}

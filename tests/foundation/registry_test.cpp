@@ -71,16 +71,6 @@ TEST_F(Registry, LettersOutsideCodePage1251ReadBackAsQuestionMarks) {
     EXPECT_EQ(readRegistryText(user, key, "Path"), "a??z");
 }
 
-// The system may hand a string value back with a terminating zero of its own.
-TEST_F(Registry, WrittenTextIsStoredInCodePage1251) {
-    ASSERT_TRUE(writeRegistryText(user, key, "Path", "\xD0\x96z")); // Жz
-    const auto bytes = readRegistryBytes(user, key, "Path");
-    ASSERT_TRUE(bytes.has_value());
-    ASSERT_GE(bytes->size(), 2u);
-    EXPECT_EQ(Bytes(bytes->begin(), bytes->begin() + 2), (Bytes{0xC6, 'z'}));
-    EXPECT_EQ(std::count(bytes->begin() + 2, bytes->end(), 0), bytes->size() - 2);
-}
-
 TEST_F(Registry, DwordOfOneReadsAsFourBytes) {
     setTestDwordValue(key, "ProxyEnable", 1);
     EXPECT_EQ(readRegistryBytes(user, key, "ProxyEnable"), (Bytes{0x01, 0x00, 0x00, 0x00}));

@@ -90,3 +90,22 @@ TEST(RegistryWindows, WrittenValueIsAStringValue) {
     EXPECT_EQ(std::wstring(data), L"1049");
     removeTestKey(keyPath);
 }
+
+// A folder's name comes through the wide call: every letter stays, whatever the code page.
+TEST(RegistryWindows, TextWithLettersOfAnyScriptReadsBackWhole) {
+    const std::string keyPath = makeTestKey();
+    const std::wstring path = L"C:\\服务器\\José Корванит Ωμέγα\\";
+    setTestValue(keyPath, "Path", REG_SZ, reinterpret_cast<const BYTE*>(path.c_str()),
+                 static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)));
+    EXPECT_EQ(readRegistryText(RegistryHive::CurrentUser, keyPath, "Path"), utf16ToUtf8(path));
+    removeTestKey(keyPath);
+}
+
+TEST(RegistryWindows, TextPastMaxPathReadsBackWhole) {
+    const std::string keyPath = makeTestKey();
+    const std::wstring path = L"C:\\" + std::wstring(400, L'ж');
+    setTestValue(keyPath, "Path", REG_SZ, reinterpret_cast<const BYTE*>(path.c_str()),
+                 static_cast<DWORD>(path.size() * sizeof(wchar_t)));
+    EXPECT_EQ(readRegistryText(RegistryHive::CurrentUser, keyPath, "Path"), utf16ToUtf8(path));
+    removeTestKey(keyPath);
+}

@@ -87,6 +87,19 @@ TEST_F(HostFacts, InstallationPathIsTheRegistryPath) {
               installation.path());
 }
 
+TEST(InstallationFolder, TrailingSeparatorsOfThePathGo) {
+    EXPECT_EQ(installationFolderOf("C:\\Users\\Корванит Хост\\"), "C:\\Users\\Корванит Хост");
+    EXPECT_EQ(installationFolderOf("C:\\José Host\\\\/"), "C:\\José Host");
+    EXPECT_EQ(installationFolderOf("/opt/corvanite/"), "/opt/corvanite");
+    EXPECT_EQ(installationFolderOf("D:\\服务器"), "D:\\服务器");
+}
+
+TEST(InstallationFolder, ARootKeepsItsSeparator) {
+    EXPECT_EQ(installationFolderOf("C:\\"), "C:\\");
+    EXPECT_EQ(installationFolderOf("/"), "/");
+    EXPECT_EQ(installationFolderOf(""), "");
+}
+
 TEST_F(HostFacts, InstallPathOfJoinsWithASlash) {
     EXPECT_EQ(installPathOf("conf/nginx.conf"), installation.path() + "/conf/nginx.conf");
     EXPECT_EQ(installPathOf("nginx.pid"), installation.path() + "/nginx.pid");

@@ -19,6 +19,7 @@
 #include "foundation/text.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
+#include "panel/tray_tip.h"
 #include "panel/window_imp.h"
 #include "tests/support/foundation/settings_file_guard.h"
 #include "tests/support/host/model_installation.h"
@@ -139,7 +140,7 @@ protected:
 
 // Long-running commands.
 
-TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunStopAndLevelDisabledAtOnce) {
+TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunAndStopDisabledAtOnce) {
     for (std::int32_t id : {1, 2, 9}) {
         window = std::make_shared<RecordingWindow>("CVCP-001001", PixelPair{460, 360});
         const auto held = std::make_shared<HeldCommand>(id);
@@ -149,7 +150,8 @@ TEST_F(WindowBehaviourTest, RunStopAndLogLevelGoToAWorkerWithRunStopAndLevelDisa
         EXPECT_TRUE(commandInProgress.load());
         EXPECT_FALSE(window->widget(7)->isEnabled());
         EXPECT_FALSE(window->widget(8)->isEnabled());
-        EXPECT_FALSE(window->widget(13)->isEnabled());
+        // The level box stays usable: a choice meanwhile waits for its turn.
+        EXPECT_TRUE(window->widget(13)->isEnabled());
         EXPECT_NE(held->thread, std::this_thread::get_id());
         EXPECT_EQ(window->recordedMenu()->calls().back(),
                   "enableItem " + std::to_string(id) + " 0");
@@ -336,36 +338,187 @@ TEST_F(WindowBehaviourTest, ALogLevelBoxWithoutSelectionStoresNoLevel) {
     EXPECT_EQ(selectedLogLevel.load(), 255);
 }
 
-TEST_F(WindowBehaviourTest, ASecondLogLevelChoiceWhileTheFirstRunsIsDropped) {
-    const auto apply = std::make_shared<HeldCommand>(9);
+// A level change that notes the level chosen when it runs; its first run waits until the test
+// lets it go.
+class LevelCommand : public Command {
+public:
+    LevelCommand() : Command(9) {}
+    void execute() override {
+        levels.push_back(selectedLogLevel.load());
+        if (levels.size() == 1) {
+            started.set_value();
+            released.get_future().wait();
+        }
+    }
+    std::promise<void> started;
+    std::promise<void> released;
+    // Written by the worker only, read once it is idle.
+    std::vector<int> levels;
+};
+
+TEST_F(WindowBehaviourTest, ThreeLevelChoicesInARowMakeTwoOperationsTheSecondWithTheLastLevel) {
+    const auto apply = std::make_shared<LevelCommand>();
     build(std::make_shared<CountingCommand>(1), std::make_shared<CountingCommand>(2), apply);
     std::future<void> started = apply->started.get_future();
-    window->changeLogLevel(1);
-    started.wait();
-    EXPECT_FALSE(window->widget(13)->isEnabled());
     window->changeLogLevel(2);
+    started.wait();
+    EXPECT_TRUE(window->widget(13)->isEnabled());
+    window->changeLogLevel(1);
+    window->changeLogLevel(0);
     apply->released.set_value();
     EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(apply->levels, (std::vector<int>{2, 0}));
+}
+
+TEST_F(WindowBehaviourTest, ALevelChosenWhileAStopRunsIsAppliedRightAfterIt) {
+    const auto stop = std::make_shared<HeldCommand>(2);
+    const auto apply = std::make_shared<CountingCommand>(9, [] {
+        // Still one long-running command: Run and Stop wait for the level too.
+        EXPECT_TRUE(commandInProgress.load());
+    });
+    build(std::make_shared<CountingCommand>(1), stop, apply);
+    std::future<void> started = stop->started.get_future();
+    window->runCommand(2);
+    started.wait();
+    window->changeLogLevel(1);
+    EXPECT_EQ(apply->runs, 0);
+    stop->released.set_value();
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(stop->runs, 1);
     EXPECT_EQ(apply->runs, 1);
 }
 
-TEST_F(WindowBehaviourTest, WhileOneLongRunningCommandRunsTheOthersAreDropped) {
+TEST_F(WindowBehaviourTest, WhenTheLevelChangesEndTheBoxShowsTheLevelOfNginxConf) {
+    // The commands are the test's own and write nothing: the file keeps "info".
+    build();
+    window->changeLogLevel(2);
+    window->recorded(13)->select(2);
+    EXPECT_TRUE(waitUntilIdle());
+    EXPECT_EQ(window->deliverLaneResults(), 1u);
+    EXPECT_EQ(window->widget(13)->selectedIndex(), 1);
+}
+
+TEST_F(WindowBehaviourTest, ALevelResultArrivingWhileANewerChoiceWaitsLeavesTheBoxAlone) {
+    const auto stop = std::make_shared<HeldCommand>(2);
+    build(std::make_shared<CountingCommand>(1), stop, std::make_shared<CountingCommand>(9));
+    std::future<void> started = stop->started.get_future();
+    window->runCommand(2);
+    started.wait();
+    window->recorded(13)->select(2);
+    window->laneResultArrived(LaneResult::levelSettled, 0);
+    EXPECT_EQ(window->widget(13)->selectedIndex(), 2);
+    stop->released.set_value();
+    EXPECT_TRUE(waitUntilIdle());
+    // Run and Stop alone tell no level.
+    EXPECT_EQ(window->deliverLaneResults(), 0u);
+}
+
+TEST_F(WindowBehaviourTest, WhileOneLongRunningCommandRunsARunOrStopIsDropped) {
     const auto run = std::make_shared<CountingCommand>(1);
     const auto stop = std::make_shared<HeldCommand>(2);
-    const auto apply = std::make_shared<CountingCommand>(9);
-    build(run, stop, apply);
+    build(run, stop, std::make_shared<CountingCommand>(9));
     std::future<void> started = stop->started.get_future();
     EXPECT_TRUE(window->runCommand(2));
     started.wait();
-    EXPECT_FALSE(window->widget(13)->isEnabled());
     EXPECT_TRUE(window->runCommand(1));
-    EXPECT_TRUE(window->runCommand(9));
     window->runOnWorker(2);
     stop->released.set_value();
     EXPECT_TRUE(waitUntilIdle());
     EXPECT_EQ(stop->runs, 1);
     EXPECT_EQ(run->runs, 0);
-    EXPECT_EQ(apply->runs, 0);
+}
+
+// Reports.
+
+// Delivers the window's lane results as its message loop would, until one came; a minute at most.
+bool deliverOne(RecordingWindow& window) {
+    for (int i = 0; i < 2400; ++i) {
+        if (window.deliverLaneResults() > 0) {
+            return true;
+        }
+        std::this_thread::sleep_for(25ms);
+    }
+    return false;
+}
+
+class ReportLaneTest : public WindowBehaviourTest {
+protected:
+    // The two report links, 16 and 17, on the Management tab.
+    void buildWithReports(std::shared_ptr<Command> information, std::shared_ptr<Command> problem) {
+        build();
+        window->addSyslink(ButtonRecord{16, 10, shows("CVCP-004101", 0), std::move(information)});
+        window->addSyslink(ButtonRecord{17, 11, shows("CVCP-004102", 0), std::move(problem)});
+    }
+    std::string idleTip() const { return trayTipText("CVCP-001001"); }
+};
+
+TEST_F(ReportLaneTest, AReportRunsOnItsLaneWithTheLinksDisabledAndTheTrayTellingIt) {
+    for (std::int32_t id : {10, 11}) {
+        window = std::make_shared<RecordingWindow>("CVCP-001001", PixelPair{460, 360});
+        const auto held = std::make_shared<HeldCommand>(id);
+        const auto other = std::make_shared<CountingCommand>(id == 10 ? 11 : 10);
+        buildWithReports(id == 10 ? std::static_pointer_cast<Command>(held) : other,
+                         id == 11 ? std::static_pointer_cast<Command>(held) : other);
+        const std::string tip = idleTip();
+        EXPECT_TRUE(window->runCommand(id));
+        held->started.get_future().wait();
+        EXPECT_NE(held->thread, std::this_thread::get_id());
+        EXPECT_FALSE(window->widget(16)->isEnabled());
+        EXPECT_FALSE(window->widget(17)->isEnabled());
+        EXPECT_EQ(idleTip(), "Corvanite Control Panel: collecting the report for support");
+        EXPECT_FALSE(window->recordedMenu()->calls().empty());
+        // A second click, on either link, does nothing.
+        EXPECT_TRUE(window->runCommand(id));
+        EXPECT_TRUE(window->runCommand(id == 10 ? 11 : 10));
+        held->released.set_value();
+        ASSERT_TRUE(deliverOne(*window));
+        EXPECT_TRUE(window->widget(16)->isEnabled());
+        EXPECT_TRUE(window->widget(17)->isEnabled());
+        EXPECT_EQ(idleTip(), tip);
+        EXPECT_EQ(held->runs, 1);
+        EXPECT_EQ(other->runs, 0);
+    }
+}
+
+TEST_F(ReportLaneTest, AReportAskedForWhileTheServerLaneIsBusyRuns) {
+    const auto stop = std::make_shared<HeldCommand>(2);
+    const auto information = std::make_shared<CountingCommand>(10);
+    buildWith(2, stop);
+    window->addSyslink(ButtonRecord{16, 10, shows("CVCP-004101", 0), information});
+    std::future<void> started = stop->started.get_future();
+    window->runCommand(2);
+    started.wait();
+    window->runCommand(10);
+    ASSERT_TRUE(deliverOne(*window));
+    EXPECT_EQ(information->runs, 1);
+    EXPECT_TRUE(commandInProgress.load());
+    stop->released.set_value();
+}
+
+TEST_F(ReportLaneTest, AFailingReportFreesTheLinksAndTheTray) {
+    buildWithReports(std::make_shared<CountingCommand>(10, [] { throw std::runtime_error("x"); }),
+                     std::make_shared<CountingCommand>(11));
+    const std::string tip = idleTip();
+    window->runCommand(10);
+    ASSERT_TRUE(deliverOne(*window));
+    EXPECT_TRUE(window->widget(16)->isEnabled());
+    EXPECT_EQ(idleTip(), tip);
+}
+
+TEST_F(ReportLaneTest, AReportThatOnlyTheMenuCarriesRunsOnTheLane) {
+    build();
+    const auto information = std::make_shared<CountingCommand>(10);
+    window->addMenuItem(MenuItem{"CVCP-004101", information});
+    EXPECT_TRUE(window->runCommand(10));
+    ASSERT_TRUE(deliverOne(*window));
+    EXPECT_EQ(information->runs, 1);
+}
+
+TEST_F(ReportLaneTest, AReportThatNothingCarriesDoesNotRun) {
+    build();
+    EXPECT_FALSE(window->runCommand(11));
+    std::this_thread::sleep_for(50ms);
+    EXPECT_EQ(window->deliverLaneResults(), 0u);
 }
 
 // A command whose target another run has taken.

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <chrono>
+#include <future>
 #include <stdexcept>
 #include <thread>
 
@@ -230,9 +231,26 @@ TEST_F(NativeWindow, ButtonClickRunsItsCommand) {
     window->destroy();
 }
 
-TEST_F(NativeWindow, ALogLevelChoiceWhileAnotherServerOperationRunsIsDropped) {
+// A command that waits until the test lets it go, then counts its run.
+class GatedCommand : public CountingCommand {
+public:
+    GatedCommand(std::int32_t id, std::shared_future<void> released)
+        : CountingCommand(id), released(std::move(released)) {}
+    void execute() override {
+        released.wait();
+        CountingCommand::execute();
+    }
+
+private:
+    std::shared_future<void> released;
+};
+
+TEST_F(NativeWindow, LevelChoicesWhileAStopRunsAreAppliedOnceRightAfterIt) {
     auto window = makeWindow();
     auto apply = std::make_shared<CountingCommand>(9);
+    std::promise<void> release;
+    std::shared_future<void> released = release.get_future().share();
+    auto stop = std::make_shared<GatedCommand>(2, released);
     auto other =
         std::make_shared<ComboboxImpWindows>(place(0, 0), instance, window->nativeHandle(),
                                              std::vector<std::string>{"CVCP-005101"}, 12, nullptr);
@@ -241,21 +259,24 @@ TEST_F(NativeWindow, ALogLevelChoiceWhileAnotherServerOperationRunsIsDropped) {
         std::vector<std::string>{"CVCP-005201", "CVCP-005202", "CVCP-005203"}, 30, apply);
     window->addWidget({12, other});
     window->addWidget({13, levels});
-    for (std::int32_t id : {7, 8}) {
-        window->addWidget({id, std::make_shared<ButtonImpWindows>(
-                                   place(0, 60 + 30 * id, "CVCP-000001"), instance,
-                                   window->nativeHandle(), std::make_shared<CountingCommand>(id))});
-    }
-    commandInProgress = true;
+    window->addWidget({7, std::make_shared<ButtonImpWindows>(
+                              place(0, 60, "CVCP-000001"), instance, window->nativeHandle(),
+                              std::make_shared<CountingCommand>(1))});
+    window->addWidget({8, std::make_shared<ButtonImpWindows>(place(0, 90, "CVCP-000002"), instance,
+                                                             window->nativeHandle(), stop)});
+    window->runCommand(2);
     const WPARAM change = MAKEWPARAM(0, CBN_SELCHANGE);
     const auto control = reinterpret_cast<LPARAM>(levels->nativeHandle());
     SendMessageW(window->nativeHandle(), WM_COMMAND, change, control);
     SendMessageW(window->nativeHandle(), WM_COMMAND, change, control);
     pumpMessages(std::chrono::milliseconds(300));
     EXPECT_EQ(apply->runs, 0);
-    commandInProgress = false;
-    SendMessageW(window->nativeHandle(), WM_COMMAND, change, control);
+    EXPECT_TRUE(IsWindowEnabled(levels->nativeHandle()));
+    release.set_value();
     EXPECT_TRUE(runsReach(*apply, 1));
+    pumpMessages(std::chrono::milliseconds(300));
+    EXPECT_EQ(apply->runs, 1);
+    EXPECT_EQ(stop->runs, 1);
     window->destroy();
 }
 

@@ -88,3 +88,8 @@ void RecordingWidget::record(const std::string& call) {
         journal_->push_back(std::to_string(widgetId_) + " " + call);
     }
 }
+
+void RecordingWidget::select(std::int32_t index) {
+    // The user's choice and the program's alike: the selection the control keeps.
+    selection_ = index;
+}

@@ -36,7 +36,7 @@ public:
 
     // What the user would do to the control.
     void check(bool checked) { checked_ = checked; }
-    void select(std::int32_t index) { selection_ = index; }
+    void select(std::int32_t index) override;
 
     bool visible() const { return visible_; }
     // The words the control shows now, code page 1251.

@@ -116,3 +116,20 @@ void RecordingWindow::enter(std::int32_t id, std::shared_ptr<RecordingWidget> wi
     calls_.push_back(std::string(call) + " " + std::to_string(id));
     addWidget(WidgetEntry{id, std::move(widget)});
 }
+
+void RecordingWindow::postLaneResult(LaneResult result, std::int32_t value) {
+    const std::lock_guard<std::mutex> hold(laneResultsLock_);
+    laneResults_.emplace_back(result, value);
+}
+
+std::size_t RecordingWindow::deliverLaneResults() {
+    std::vector<std::pair<LaneResult, std::int32_t>> taken;
+    {
+        const std::lock_guard<std::mutex> hold(laneResultsLock_);
+        taken.swap(laneResults_);
+    }
+    for (const auto& [result, value] : taken) {
+        laneResultArrived(result, value);
+    }
+    return taken.size();
+}

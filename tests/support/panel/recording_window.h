@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "panel/window_imp.h"
@@ -35,6 +37,13 @@ public:
     void addSyslink(const ButtonRecord& record) override;
     void addCheckbox(const ButtonRecord& record) override;
     void createMenu() override;
+    // Keeps a worker's result until the test delivers it, as the message queue keeps it until the
+    // interface thread's loop takes it.
+    void postLaneResult(LaneResult result, std::int32_t value) override;
+
+    // Hands the kept results to laneResultArrived in their order, on the calling thread, which
+    // stands for the interface thread; returns how many there were.
+    std::size_t deliverLaneResults();
 
     // The widget with the id as the recording kind; "widget is not found" as widget() does.
     std::shared_ptr<RecordingWidget> recorded(std::int32_t id) const;
@@ -60,4 +69,6 @@ private:
     std::string caption_;
     std::vector<std::string> calls_;
     RecordingWidget::Journal journal_ = std::make_shared<std::vector<std::string>>();
+    std::mutex laneResultsLock_;
+    std::vector<std::pair<LaneResult, std::int32_t>> laneResults_;
 };
