@@ -138,8 +138,39 @@ std::string CorvaniteHost::cachedPort() const {
 
 void CorvaniteHost::forgetConnection() {
     const std::lock_guard<std::mutex> lock(cacheLock);
+    dropWorker();
+}
+
+void CorvaniteHost::dropWorker() {
+    worker.reset();
+    workerMaster = 0;
     address.clear();
     port.clear();
+}
+
+bool CorvaniteHost::holdsWorkerOf(std::uint32_t masterPid) const {
+    return worker && workerMaster == masterPid && !port.empty() && worker->running();
+}
+
+bool CorvaniteHost::lookForWorker(std::uint32_t masterPid) {
+    dropWorker();
+    try {
+        const std::uint32_t workerPid = detector::childProcessId(masterPid, hostFileName);
+        // Held before the table is read, so that the connection found is the held process's.
+        std::optional<detector::ProcessIdentity> held = detector::ProcessIdentity::hold(workerPid);
+        const detector::TcpConnection connection = detector::connectionOfProcess(workerPid);
+        if (!held || !held->running()) {
+            return false;
+        }
+        address = detector::ipv4Text(connection.localAddress);
+        port = std::to_string(connection.localPort);
+        worker = std::move(held);
+        workerMaster = masterPid;
+    } catch (const std::exception&) {
+        dropWorker();
+        return false;
+    }
+    return true;
 }
 
 ServerStatus CorvaniteHost::serverStatus() {
@@ -155,19 +186,13 @@ ServerStatus CorvaniteHost::serverStatus() {
     const std::uint32_t pid = master.pid;
     const std::uint64_t seconds = master.seconds;
     if (seconds == 0) {
-        address.clear();
-        port.clear();
+        dropWorker();
         return status;
     }
-    // The connection table is costly: it is read only until the address and port are known.
-    if (address.empty() || port.empty()) {
-        try {
-            const detector::TcpConnection connection = serverConnection(pid);
-            address = detector::ipv4Text(connection.localAddress);
-            port = std::to_string(connection.localPort);
-        } catch (const std::exception&) {
-            return status;
-        }
+    // The snapshot and the connection table are costly: they are read only until the worker
+    // and its connection are known, and again when that worker is gone.
+    if (!holdsWorkerOf(pid) && !lookForWorker(pid)) {
+        return status;
     }
     status.running = true;
     status.time = uptimeText(seconds);
