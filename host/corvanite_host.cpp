@@ -58,11 +58,26 @@ detector::TcpConnection serverConnection(std::uint32_t masterPid) {
     return detector::connectionOfProcess(detector::childProcessId(masterPid, hostFileName));
 }
 
+// The master of a start wrote its pid and is gone again: a server with a bad configuration
+// falls at once, and waiting out the whole time for it tells nobody anything.
+bool fellDuringStart() {
+    try {
+        const std::uint32_t pid = readServerPid();
+        return pid != 0 && !detector::processExists(pid);
+    } catch (...) {
+        return false;
+    }
+}
+
 // A server counts as up when the pid file names a living process whose worker owns a connection,
-// and as down when the pid file or its process is gone.
+// and as down when the pid file or its process is gone. A start is also over when its server
+// fell meanwhile; the next refresh shows it stopped.
 std::function<bool()> serverReachedCheck(bool expected) {
     return [expected] {
         std::this_thread::sleep_for(checkDelay);
+        if (expected && fellDuringStart()) {
+            return true;
+        }
         if (isServerRunning() != expected) {
             return false;
         }

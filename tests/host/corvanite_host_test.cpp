@@ -486,6 +486,20 @@ TEST_F(HostModel, StartWithoutAConnectionEndsSilentlyAfterNinetySeconds) {
     expectStoppedStatus(host->serverStatus());
 }
 
+TEST_F(HostModel, AServerThatFallsDuringItsStartEndsTheWaitSilently) {
+    port = hostModelFreePort();
+    installation.makeServerInstallation(port);
+    // A bad configuration: the master writes its pid, then an "[emerg]" line, and ends.
+    installation.writeText("host_double.cfg", "emerg_after=300\n");
+    const auto start = std::chrono::steady_clock::now();
+    makeHost();
+    // Over before the start's time-out of 90 s.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 90s);
+    EXPECT_TRUE(boxes.boxes().empty());
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_NE(installation.readText("logs/error.log").find("[emerg]"), std::string::npos);
+}
+
 TEST_F(HostModel, ServerThatCanNotBeStartedShowsTheStartFailure) {
     installation.writeText("CorvaniteHost.exe", "not a program");
     installation.writeText("conf/nginx.conf", HostModelInstallation::nginxConf(1, "info"));
