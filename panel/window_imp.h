@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "foundation/uncopyable.h"
+#include "host/server_watchdog.h"
 #include "panel/display_scale.h"
 #include "panel/layout_records.h"
 #include "panel/menu_imp.h"
@@ -112,4 +113,6 @@ private:
     const PixelPair size_;
     std::shared_ptr<MenuImp> menu_;
     std::vector<WidgetEntry> widgets_;
+    // Decides at each tick whether a server that went down by itself is started again.
+    ServerWatchdog watchdog_{steadyMilliseconds};
 };

@@ -13,6 +13,7 @@ inline constexpr const char minutes[] = "CVCP-000005";             // m. :
 inline constexpr const char seconds[] = "CVCP-000006";             // s.
 inline constexpr const char running[] = "CVCP-000009";             // Running
 inline constexpr const char stopped[] = "CVCP-000010";             // Stopped
+inline constexpr const char failed[] = "CVCP-000011";              // Failed
 inline constexpr const char hostVersionLabel[] = "CVCP-005001";    // Host application version:
 inline constexpr const char libraryVersionLabel[] = "CVCP-005002"; // Library version:
 inline constexpr const char portLabel[] = "CVCP-005004";           // Port:
@@ -84,6 +85,7 @@ inline constexpr const char* named[] = {run,
                                         seconds,
                                         running,
                                         stopped,
+                                        failed,
                                         hostVersionLabel,
                                         libraryVersionLabel,
                                         portLabel,
