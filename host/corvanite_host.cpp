@@ -58,11 +58,26 @@ detector::TcpConnection serverConnection(std::uint32_t masterPid) {
     return detector::connectionOfProcess(detector::childProcessId(masterPid, hostFileName));
 }
 
+// The master of a start wrote its pid and is gone again: a server with a bad configuration
+// falls at once, and waiting out the whole time for it tells nobody anything.
+bool fellDuringStart() {
+    try {
+        const std::uint32_t pid = readServerPid();
+        return pid != 0 && !detector::processExists(pid);
+    } catch (...) {
+        return false;
+    }
+}
+
 // A server counts as up when the pid file names a living process whose worker owns a connection,
-// and as down when the pid file or its process is gone.
+// and as down when the pid file or its process is gone. A start is also over when its server
+// fell meanwhile; the next refresh shows it stopped.
 std::function<bool()> serverReachedCheck(bool expected) {
     return [expected] {
         std::this_thread::sleep_for(checkDelay);
+        if (expected && fellDuringStart()) {
+            return true;
+        }
         if (isServerRunning() != expected) {
             return false;
         }
@@ -138,8 +153,39 @@ std::string CorvaniteHost::cachedPort() const {
 
 void CorvaniteHost::forgetConnection() {
     const std::lock_guard<std::mutex> lock(cacheLock);
+    dropWorker();
+}
+
+void CorvaniteHost::dropWorker() {
+    worker.reset();
+    workerMaster = 0;
     address.clear();
     port.clear();
+}
+
+bool CorvaniteHost::holdsWorkerOf(std::uint32_t masterPid) const {
+    return worker && workerMaster == masterPid && !port.empty() && worker->running();
+}
+
+bool CorvaniteHost::lookForWorker(std::uint32_t masterPid) {
+    dropWorker();
+    try {
+        const std::uint32_t workerPid = detector::childProcessId(masterPid, hostFileName);
+        // Held before the table is read, so that the connection found is the held process's.
+        std::optional<detector::ProcessIdentity> held = detector::ProcessIdentity::hold(workerPid);
+        const detector::TcpConnection connection = detector::connectionOfProcess(workerPid);
+        if (!held || !held->running()) {
+            return false;
+        }
+        address = detector::ipv4Text(connection.localAddress);
+        port = std::to_string(connection.localPort);
+        worker = std::move(held);
+        workerMaster = masterPid;
+    } catch (const std::exception&) {
+        dropWorker();
+        return false;
+    }
+    return true;
 }
 
 ServerStatus CorvaniteHost::serverStatus() {
@@ -155,19 +201,13 @@ ServerStatus CorvaniteHost::serverStatus() {
     const std::uint32_t pid = master.pid;
     const std::uint64_t seconds = master.seconds;
     if (seconds == 0) {
-        address.clear();
-        port.clear();
+        dropWorker();
         return status;
     }
-    // The connection table is costly: it is read only until the address and port are known.
-    if (address.empty() || port.empty()) {
-        try {
-            const detector::TcpConnection connection = serverConnection(pid);
-            address = detector::ipv4Text(connection.localAddress);
-            port = std::to_string(connection.localPort);
-        } catch (const std::exception&) {
-            return status;
-        }
+    // The snapshot and the connection table are costly: they are read only until the worker
+    // and its connection are known, and again when that worker is gone.
+    if (!holdsWorkerOf(pid) && !lookForWorker(pid)) {
+        return status;
     }
     status.running = true;
     status.time = uptimeText(seconds);

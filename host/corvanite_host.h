@@ -4,7 +4,10 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
+
+#include "host/detector/processes.h"
 
 // The state of the server as one refresh found it; "-" stands for every value not known.
 struct ServerStatus {
@@ -17,8 +20,10 @@ struct ServerStatus {
 // The control panel's model of the supervised server, "CorvaniteHost.exe" in the installation
 // folder. There is one per process (getHost). Every refresh asks the system whether the server
 // runs: the held master process (host/server_master.h) while the pid file stays as it was, a
-// process snapshot otherwise; only the address and port of the server's connection are cached
-// while the server stays up. Destroying it doesn't touch the server.
+// process snapshot otherwise. The worker that owns the server's connection is held the same way,
+// with the connection's address and port, while it and its master run: a warm refresh reads
+// neither a snapshot nor the connection table, whatever address the server listens on.
+// Destroying it doesn't touch the server.
 class CorvaniteHost {
 public:
     // Starts the server unless it runs already, and waits for it for up to 90 seconds. A failure
@@ -67,6 +72,15 @@ public:
     std::string cachedPort() const;
 
 private:
+    // True when the held worker belongs to this master and still runs: the cached address and
+    // port are its. Called with cacheLock held.
+    bool holdsWorkerOf(std::uint32_t masterPid) const;
+    // Looks for the master's worker and its connection, and holds both; false when either isn't
+    // there yet. Called with cacheLock held.
+    bool lookForWorker(std::uint32_t masterPid);
+    // Lets go of the worker and its connection. Called with cacheLock held.
+    void dropWorker();
+
     // One start, stop or level change holding the host, from its beginning to its end.
     class Operation;
     enum OperationState : std::uint8_t { idle, claimed, running };
@@ -78,6 +92,11 @@ private:
     std::string address;
     // Local port of the server's connection, decimal; empty when not known.
     std::string port;
+    // The worker whose connection address and port are, and the master it was found under. A
+    // listener on every interface has an empty address, so the held worker, not the address,
+    // tells a refresh that the connection is known.
+    std::optional<detector::ProcessIdentity> worker;
+    std::uint32_t workerMaster = 0;
     // The object is made claimed: the constructor's start is its first operation.
     std::atomic<OperationState> operation{claimed};
 };

@@ -69,15 +69,18 @@ bool WindowImp::update() {
     link->setText(addressLinkText(status.port));
     link->setTooltipText(tooltipBase + utf8ToUtf16(status.port));
     widget(widgetid::timeLabel)->setText(status.time);
-    widget(widgetid::statusLabel)->setText(statusText(status.running));
+    // Stop still enabled means that the server ran at the last tick with nothing in progress:
+    // it went down by itself. The watchdog starts it again when its restart policy lets it, by
+    // a Run like any other, one operation among the others.
+    const bool wentDown = !status.running && widget(widgetid::stopButton)->isEnabled();
+    if (watchdog_.tick(status.running, wentDown, busy())) {
+        runOnWorker(commandid::run);
+    }
+    const bool failed = watchdog_.failed() && !status.running;
+    widget(widgetid::statusLabel)
+        ->setText(failed ? panelMessages.text(panelmsg::failed) : statusText(status.running));
     if (menu_) {
         menu_->update();
-    }
-    // Stop still enabled means that the server ran at the last tick with nothing in progress:
-    // it went down by itself. The restart is a Run like any other, one operation among the
-    // others, and Stop is disabled below, so a server that stays down is tried once.
-    if (!status.running && widget(widgetid::stopButton)->isEnabled()) {
-        runOnWorker(commandid::run);
     }
     widget(widgetid::runButton)->setEnabled(!busy() && !status.running);
     widget(widgetid::stopButton)->setEnabled(!busy() && status.running);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "foundation/uncopyable.h"
+#include "host/server_watchdog.h"
 #include "panel/display_scale.h"
 #include "panel/layout_records.h"
 #include "panel/menu_imp.h"
@@ -145,4 +146,6 @@ private:
     bool levelPending_ = false;
     // Read and written by the interface thread only.
     bool reportInProgress_ = false;
+    // Decides at each tick whether a server that went down by itself is started again.
+    ServerWatchdog watchdog_{steadyMilliseconds};
 };

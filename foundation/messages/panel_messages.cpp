@@ -22,6 +22,7 @@ constexpr MessageRow panelMessageRows[] = {
     {"CVCP-000008", "Нет",        "No",      "Ні"},
     {"CVCP-000009", "Запущен",    "Running", "Запущений"},
     {"CVCP-000010", "Остановлен", "Stopped", "Зупинений"},
+    {"CVCP-000011", "Сбой",       "Failed",  "Збій"},
 
     {"CVCP-001001", "Панель управления Corvanite", "Corvanite Control Panel", "Панель управління Corvanite"},
 

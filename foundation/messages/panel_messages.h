@@ -13,6 +13,7 @@ inline constexpr const char minutes[] = "CVCP-000005"; // m. :
 inline constexpr const char seconds[] = "CVCP-000006"; // s.
 inline constexpr const char running[] = "CVCP-000009"; // Running
 inline constexpr const char stopped[] = "CVCP-000010"; // Stopped
+inline constexpr const char failed[] = "CVCP-000011";  // Failed
 inline constexpr const char reportBeingCollected[] =
     "CVCP-004103"; // %1: collecting the report for support
 inline constexpr const char hostVersionLabel[] = "CVCP-005001";    // Host application version:
@@ -87,6 +88,7 @@ inline constexpr const char* named[] = {run,
                                         running,
                                         stopped,
                                         reportBeingCollected,
+                                        failed,
                                         hostVersionLabel,
                                         libraryVersionLabel,
                                         portLabel,

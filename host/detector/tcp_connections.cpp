@@ -1,6 +1,7 @@
 #include "host/detector/tcp_connections.h"
 
 #include <array>
+#include <atomic>
 
 #include "foundation/exceptions.h"
 #include "foundation/text.h"
@@ -10,6 +11,8 @@ namespace detector {
 namespace {
 
 constexpr std::uint32_t listening = 2;
+
+std::atomic<std::uint64_t> tableReads{0};
 
 // Ports stand in network byte order in the low 16 bits of the row's word.
 std::uint32_t hostOrderPort(std::uint32_t rowPort) {
@@ -65,7 +68,12 @@ std::vector<TcpConnection> connectionsOfRows(const std::vector<TcpTableRow>& row
 }
 
 std::vector<TcpConnection> tcpConnections() {
+    tableReads.fetch_add(1, std::memory_order_relaxed);
     return connectionsOfRows(native::readTcpTable());
+}
+
+std::uint64_t tableReadCount() {
+    return tableReads.load(std::memory_order_relaxed);
 }
 
 TcpConnection connectionOfProcess(std::uint32_t processId,

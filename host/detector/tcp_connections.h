@@ -22,6 +22,10 @@ struct TcpConnection {
 // The whole table in the system's order. Raises detector::InternalError.
 std::vector<TcpConnection> tcpConnections();
 
+// How many times tcpConnections has read the table in this process, for the tests of what a
+// refresh costs.
+std::uint64_t tableReadCount();
+
 // The first connection of the process in table order, whatever its state. Raises
 // detector::ConnectionNotFound for process 0, without reading the table, and when the process
 // has none.

@@ -77,9 +77,12 @@ std::string machineSections() {
     return text;
 }
 
+// On loopback, so that the report has an address to name: the other sets run the server on every
+// interface, as it is mostly set up.
 class Diagnostics : public PanelSession {
 protected:
     void SetUp() override {
+        installation.listenOnLoopback();
         for (MessageCatalogue* catalogue : {&panelMessages, &commonMessages, &serviceMessages}) {
             kept.push_back(catalogue->language);
             catalogue->setLanguage(English);

@@ -52,12 +52,13 @@ int freePort() {
     return ntohs(address.sin_port);
 }
 
-std::string nginxConf(int port) {
+std::string nginxConf(int port, const std::string& address = "") {
     std::ostringstream conf;
     conf << "worker_processes 1;\n"
          << "error_log logs/error.log info;\n"
          << "events {\n    worker_connections 64;\n}\n"
-         << "http {\n    server {\n        listen " << port << " ssl;\n"
+         << "http {\n    server {\n        listen " << (address.empty() ? "" : address + ":")
+         << port << " ssl;\n"
          << "        server_name localhost;\n    }\n}\n";
     return conf.str();
 }
@@ -200,6 +201,10 @@ Installation::Installation(ServerBuild server)
     language.write(L"1033");
     displayVersion.write(std::nullopt);
     std::filesystem::remove(settingsPath());
+}
+
+void Installation::listenOnLoopback() const {
+    writeFile(L"conf\\nginx.conf", nginxConf(port_, "127.0.0.1"));
 }
 
 Installation::~Installation() {

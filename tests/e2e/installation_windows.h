@@ -70,6 +70,9 @@ public:
     std::wstring pathOf(const std::wstring& relative) const;
     // The port that the server double listens on, from the "listen" line of nginx.conf.
     int port() const { return port_; }
+    // nginx.conf's listen line names the port alone, every interface as nginx reads it; this
+    // makes it name loopback ("listen 127.0.0.1:N"), which gives the server an address to show.
+    void listenOnLoopback() const;
 
     std::string readFile(const std::wstring& relative) const;
     void writeFile(const std::wstring& relative, const std::string& content) const;

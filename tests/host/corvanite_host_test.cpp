@@ -48,9 +48,9 @@ protected:
 
     // An installation with the server double, listening on a free port; the host is made, which
     // starts the server.
-    void startWithServer(const std::string& level = "info") {
+    void startWithServer(const std::string& level = "info", const std::string& address = "") {
         port = hostModelFreePort();
-        installation.makeServerInstallation(port, level);
+        installation.makeServerInstallation(port, level, address);
         makeHost();
     }
 
@@ -262,17 +262,48 @@ TEST_F(HostModel, GetHostMakesOneHostAndStartsTheServer) {
 // The master held from tick to tick: a refresh with the server up takes no process snapshot, and
 // whatever happens to the server or its pid file from outside is seen by the next refresh.
 
-TEST_F(HostModel, AWarmTickTakesNoProcessSnapshot) {
-    startWithServer();
-    ASSERT_TRUE(runningStatus(*host).running);
-    const std::uint64_t before = detector::snapshotCount();
-    // One tick: the status, then the menu's choice between Run and Stop.
-    const ServerStatus status = host->serverStatus();
+// One tick (the status, then the menu's choice between Run and Stop) with the server up reads
+// neither a process snapshot nor the connection table.
+void expectAWarmTickReadsNothing(CorvaniteHost& host, std::uint16_t port) {
+    ASSERT_TRUE(runningStatus(host).running);
+    const std::uint64_t snapshots = detector::snapshotCount();
+    const std::uint64_t tables = detector::tableReadCount();
+    const ServerStatus status = host.serverStatus();
     EXPECT_TRUE(isServerRunning());
-    EXPECT_EQ(detector::snapshotCount() - before, 0u);
+    EXPECT_EQ(detector::snapshotCount() - snapshots, 0u);
+    EXPECT_EQ(detector::tableReadCount() - tables, 0u);
     EXPECT_TRUE(status.running);
     EXPECT_EQ(status.port, std::to_string(port));
     EXPECT_NE(status.time, "-");
+}
+
+TEST_F(HostModel, AWarmTickTakesNoProcessSnapshot) {
+    // "listen N": every interface, as the real server is mostly set up.
+    startWithServer();
+    expectAWarmTickReadsNothing(*host, port);
+    // A listener on every interface has no address to show; its port is right.
+    EXPECT_EQ(host->serverStatus().address, "");
+}
+
+TEST_F(HostModel, AWarmTickOnLoopbackTakesNoProcessSnapshot) {
+    startWithServer("info", "127.0.0.1");
+    expectAWarmTickReadsNothing(*host, port);
+    EXPECT_EQ(host->serverStatus().address, "127.0.0.1");
+}
+
+TEST_F(HostModel, AWorkerThatEndsWhileItsMasterRunsIsLookedForAgain) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::uint32_t master = readServerPid();
+    const std::uint32_t worker = detector::childProcessId(master, hostFileName);
+    ASSERT_NE(worker, 0u);
+    ASSERT_TRUE(detector::native::terminateProcess(worker));
+    ASSERT_TRUE(eventually([&] { return !detector::processExists(worker); }));
+    const std::uint64_t snapshots = detector::snapshotCount();
+    // The double's master starts no new worker: without a connection the server isn't up.
+    EXPECT_FALSE(host->serverStatus().running);
+    EXPECT_GT(detector::snapshotCount(), snapshots);
+    EXPECT_TRUE(host->cachedPort().empty());
 }
 
 TEST_F(HostModel, AColdRefreshLooksForTheMasterAndItsWorkerAsBefore) {
@@ -453,6 +484,20 @@ TEST_F(HostModel, StartWithoutAConnectionEndsSilentlyAfterNinetySeconds) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, 90s);
     EXPECT_TRUE(boxes.boxes().empty());
     expectStoppedStatus(host->serverStatus());
+}
+
+TEST_F(HostModel, AServerThatFallsDuringItsStartEndsTheWaitSilently) {
+    port = hostModelFreePort();
+    installation.makeServerInstallation(port);
+    // A bad configuration: the master writes its pid, then an "[emerg]" line, and ends.
+    installation.writeText("host_double.cfg", "emerg_after=300\n");
+    const auto start = std::chrono::steady_clock::now();
+    makeHost();
+    // Over before the start's time-out of 90 s.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 90s);
+    EXPECT_TRUE(boxes.boxes().empty());
+    expectStoppedStatus(host->serverStatus());
+    EXPECT_NE(installation.readText("logs/error.log").find("[emerg]"), std::string::npos);
 }
 
 TEST_F(HostModel, ServerThatCanNotBeStartedShowsTheStartFailure) {

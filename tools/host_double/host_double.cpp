@@ -3,19 +3,25 @@
 //
 // Started without arguments in the installation folder (its working folder), it is the master:
 // it writes its pid and a line end to "nginx.pid", starts one worker (itself again with a private
-// argument) that listens on 127.0.0.1 at the port of the first `listen` line of
-// "conf/nginx.conf", or at a free port, and waits. A second run with " -s quit" in that folder
-// tells the master to quit (the named event "ngx_quit_<pid>" on Windows, SIGQUIT on POSIX); the
-// master then stops its worker, removes "nginx.pid" and ends.
+// argument) that listens where the first `listen` line of "conf/nginx.conf" says, as nginx does
+// ("listen 8888;" is every IPv4 interface, "listen 127.0.0.1:8888;" loopback, "listen [::]:8888;"
+// every IPv6 interface), or on every IPv4 interface at a free port, and waits. A second run with "
+// -s quit" in that folder tells the master to quit (the named event "ngx_quit_<pid>" on Windows,
+// SIGQUIT on POSIX); the master then stops its worker, removes "nginx.pid" and ends.
 //
 // Side file: "host_double.cfg" next to the executable, one switch per line:
 //   ignore_quit     the master hears the quit and stays
 //   never_listen    the worker runs but never opens a socket
 //   die_after=N     after N seconds the master stops its worker and ends at once, leaving
 //                   "nginx.pid" behind, as a crashed server does
+//   emerg_after=N   after N milliseconds the master writes one "[emerg]" line to
+//                   "logs/error.log" in nginx's form, stops its worker and ends, leaving
+//                   "nginx.pid" behind, as a server with a bad configuration does
+//   orphan_worker   the worker outlives its master and keeps its port
 //
 // Private arguments:
-//   --worker <port> <master pid> [never_listen]   the worker; it ends when its master is gone
+//   --worker <port> <master pid> <address> [never_listen] [orphan]
+//                                   the worker; it ends when its master is gone, unless orphan
 //   --emit <count>                  writes count bytes ("0123456789..." ending in a line end)
 //                                   to its standard output and ends
 //   --linger <seconds> [pid file]   writes its pid to the file, if given, and sleeps
@@ -23,6 +29,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -60,6 +67,25 @@ std::uint32_t readPidFile() {
     std::string text;
     std::getline(file, text);
     return readNumber(text);
+}
+
+// The message of the planted failure; tests look for it in the panel.
+std::string plantedMessage(unsigned milliseconds) {
+    return "the host double failed on purpose after " + std::to_string(milliseconds) + " ms";
+}
+
+void writeErrorLog(const std::string& line) {
+    std::ofstream log("logs/error.log", std::ios::binary | std::ios::app);
+    log << line << native::lineEnd();
+}
+
+// The time to wait for a quit: the sooner of the two ends, 0 for none.
+unsigned waitLimit(const Switches& switches) {
+    const unsigned death = switches.dieAfter * 1000;
+    if (switches.emergAfter == 0 || (death != 0 && death < switches.emergAfter)) {
+        return death;
+    }
+    return switches.emergAfter;
 }
 
 int emit(const std::string& count) {
@@ -106,14 +132,18 @@ Switches readSwitches(const std::filesystem::path& file) {
             switches.ignoreQuit = true;
         } else if (line == "never_listen") {
             switches.neverListen = true;
+        } else if (line == "orphan_worker") {
+            switches.orphanWorker = true;
         } else if (line.rfind("die_after=", 0) == 0) {
             switches.dieAfter = readNumber(line.substr(10));
+        } else if (line.rfind("emerg_after=", 0) == 0) {
+            switches.emergAfter = readNumber(line.substr(12));
         }
     }
     return switches;
 }
 
-unsigned listenPort(const std::filesystem::path& configuration) {
+Listener listenerOf(const std::filesystem::path& configuration) {
     std::ifstream input(configuration);
     for (std::string line; std::getline(input, line);) {
         std::istringstream words(line);
@@ -122,12 +152,33 @@ unsigned listenPort(const std::filesystem::path& configuration) {
         if (!(words >> directive >> value) || directive != "listen") {
             continue;
         }
+        if (!value.empty() && value.back() == ';') {
+            value.pop_back();
+        }
+        Listener listener;
         const std::size_t colon = value.rfind(':');
         const unsigned port =
             readNumber(colon == std::string::npos ? value : value.substr(colon + 1));
-        return port <= 65535 ? port : 0;
+        listener.port = port <= 65535 ? port : 0;
+        if (colon == std::string::npos) {
+            return listener;
+        }
+        std::string host = value.substr(0, colon);
+        if (host.size() >= 2 && host.front() == '[' && host.back() == ']') {
+            host = host.substr(1, host.size() - 2);
+        }
+        listener.address = host == "*" ? "0.0.0.0" : host;
+        return listener;
     }
-    return 0;
+    return {};
+}
+
+std::string errorLogLine(const std::string& level, std::uint32_t pid, const std::string& message) {
+    const std::time_t now = std::time(nullptr);
+    char stamp[32] = {};
+    std::strftime(stamp, sizeof stamp, "%Y/%m/%d %H:%M:%S", std::localtime(&now));
+    return std::string(stamp) + " [" + level + "] " + std::to_string(pid) + "#" +
+           std::to_string(pid) + ": " + message;
 }
 
 std::string emittedText(std::size_t count) {
@@ -140,11 +191,21 @@ std::string emittedText(std::size_t count) {
 
 int runMaster(const Switches& switches) {
     native::prepareForQuit();
-    const std::intptr_t worker =
-        native::startWorker(listenPort("conf/nginx.conf"), switches.neverListen);
+    native::WorkerOrders orders;
+    orders.listener = listenerOf("conf/nginx.conf");
+    orders.neverListen = switches.neverListen;
+    orders.orphan = switches.orphanWorker;
+    const std::intptr_t worker = native::startWorker(orders);
     writePidFile();
-    const bool quit = native::waitForQuit(switches.ignoreQuit, switches.dieAfter);
-    native::stopWorker(worker);
+    const bool quit = native::waitForQuit(switches.ignoreQuit, waitLimit(switches));
+    if (!quit && switches.emergAfter != 0 && waitLimit(switches) == switches.emergAfter) {
+        writeErrorLog(errorLogLine("emerg", native::ownPid(), plantedMessage(switches.emergAfter)));
+    }
+    if (switches.orphanWorker) {
+        native::releaseWorker(worker);
+    } else {
+        native::stopWorker(worker);
+    }
     if (quit) {
         std::remove(pidFile);
     }
@@ -165,9 +226,12 @@ int main(int argc, char** argv) {
         return sendQuit();
     }
     if (has(words, "--worker")) {
-        return native::runWorker(readNumber(argumentAfter(words, "--worker")),
-                                 readNumber(argumentAfter(words, "--worker", 2)),
-                                 has(words, "never_listen"));
+        native::WorkerOrders orders;
+        orders.listener.port = readNumber(argumentAfter(words, "--worker"));
+        orders.listener.address = argumentAfter(words, "--worker", 3);
+        orders.neverListen = has(words, "never_listen");
+        orders.orphan = has(words, "orphan");
+        return native::runWorker(orders, readNumber(argumentAfter(words, "--worker", 2)));
     }
     if (has(words, "--emit")) {
         return emit(argumentAfter(words, "--emit"));

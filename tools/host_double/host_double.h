@@ -11,14 +11,27 @@ namespace hostdouble {
 struct Switches {
     bool ignoreQuit = false;
     bool neverListen = false;
-    unsigned dieAfter = 0; // seconds; 0 lives until told to quit
+    unsigned dieAfter = 0;     // seconds; 0 lives until told to quit
+    unsigned emergAfter = 0;   // milliseconds; 0 never fails
+    bool orphanWorker = false; // the worker lives on when its master ends
+};
+
+// Where the worker listens: an address in text ("0.0.0.0", "127.0.0.1", "::") and a port, 0 for
+// a free one.
+struct Listener {
+    std::string address = "0.0.0.0";
+    unsigned port = 0;
 };
 
 Switches readSwitches(const std::filesystem::path& file);
 
-// The port of the first "listen" line of an nginx configuration ("listen 8080;",
-// "listen 127.0.0.1:8443 ssl;"), or 0 for a free port.
-unsigned listenPort(const std::filesystem::path& configuration);
+// The first "listen" line of an nginx configuration, as nginx reads it: "listen 8080;" is every
+// IPv4 interface, "listen 127.0.0.1:8443 ssl;" that address, "listen [::]:8443;" every IPv6
+// interface. Without such a line, every IPv4 interface at a free port.
+Listener listenerOf(const std::filesystem::path& configuration);
+
+// One line of nginx's error log: "2026/11/24 18:00:49 [emerg] 1234#1234: <message>".
+std::string errorLogLine(const std::string& level, std::uint32_t pid, const std::string& message);
 
 // The bytes that --emit writes: digits 0 to 9 over and over, the last byte a line end.
 std::string emittedText(std::size_t count);
@@ -35,14 +48,23 @@ const char* lineEnd();
 
 // Makes the master ready to hear a quit before anybody can learn its pid.
 void prepareForQuit();
+// What the master hands its worker.
+struct WorkerOrders {
+    Listener listener;
+    bool neverListen = false;
+    bool orphan = false; // lives on without its master
+};
+
 // Starts the worker; an opaque handle of it.
-std::intptr_t startWorker(unsigned port, bool neverListen);
+std::intptr_t startWorker(const WorkerOrders& orders);
 // True when told to quit, false when the time to die came first.
-bool waitForQuit(bool ignoreQuit, unsigned dieAfter);
+bool waitForQuit(bool ignoreQuit, unsigned dieAfterMilliseconds);
 void stopWorker(std::intptr_t worker);
+// Lets go of the worker without ending it.
+void releaseWorker(std::intptr_t worker);
 bool signalQuit(std::uint32_t masterPid);
 
-int runWorker(unsigned port, std::uint32_t masterPid, bool neverListen);
+int runWorker(const WorkerOrders& orders, std::uint32_t masterPid);
 bool writeStandardOutput(const std::string& bytes);
 
 } // namespace native

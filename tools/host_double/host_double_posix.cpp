@@ -25,16 +25,21 @@ sigset_t quitSignal() {
     return signals;
 }
 
-// True when SIGQUIT came before the deadline; a deadline of 0 seconds never comes.
-bool awaitQuit(unsigned seconds) {
+// True when SIGQUIT came before the deadline; a deadline of 0 milliseconds never comes.
+bool awaitQuit(unsigned milliseconds) {
     const sigset_t signals = quitSignal();
-    if (seconds == 0) {
+    if (milliseconds == 0) {
         int received = 0;
         return sigwait(&signals, &received) == 0;
     }
     timespec deadline{};
     clock_gettime(CLOCK_MONOTONIC, &deadline);
-    deadline.tv_sec += seconds;
+    deadline.tv_sec += milliseconds / 1000;
+    deadline.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000L;
+    if (deadline.tv_nsec >= 1000000000L) {
+        deadline.tv_nsec -= 1000000000L;
+        ++deadline.tv_sec;
+    }
     for (;;) {
         timespec now{};
         clock_gettime(CLOCK_MONOTONIC, &now);
@@ -55,14 +60,37 @@ bool awaitQuit(unsigned seconds) {
     }
 }
 
-int listenOn(unsigned port) {
-    const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (listener < 0 ||
-        bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+// The socket address of a listener: IPv4 or IPv6 by the form of its address text.
+socklen_t socketAddress(const Listener& listener, sockaddr_storage& address) {
+    const auto port = htons(static_cast<std::uint16_t>(listener.port));
+    auto* four = reinterpret_cast<sockaddr_in*>(&address);
+    if (inet_pton(AF_INET, listener.address.c_str(), &four->sin_addr) == 1) {
+        four->sin_family = AF_INET;
+        four->sin_port = port;
+        return sizeof(sockaddr_in);
+    }
+    auto* six = reinterpret_cast<sockaddr_in6*>(&address);
+    if (inet_pton(AF_INET6, listener.address.c_str(), &six->sin6_addr) == 1) {
+        six->sin6_family = AF_INET6;
+        six->sin6_port = port;
+        return sizeof(sockaddr_in6);
+    }
+    return 0;
+}
+
+int listenOn(const Listener& where) {
+    sockaddr_storage address{};
+    const socklen_t length = socketAddress(where, address);
+    if (length == 0) {
+        return -1;
+    }
+    const int listener = socket(address.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    // nginx's "[::]" listener takes IPv6 only.
+    const int sixOnly = 1;
+    if (listener >= 0 && address.ss_family == AF_INET6) {
+        setsockopt(listener, IPPROTO_IPV6, IPV6_V6ONLY, &sixOnly, sizeof sixOnly);
+    }
+    if (listener < 0 || bind(listener, reinterpret_cast<const sockaddr*>(&address), length) != 0 ||
         listen(listener, SOMAXCONN) != 0) {
         return -1;
     }
@@ -89,12 +117,16 @@ void prepareForQuit() {
     sigprocmask(SIG_BLOCK, &signals, nullptr);
 }
 
-std::intptr_t startWorker(unsigned port, bool neverListen) {
+std::intptr_t startWorker(const WorkerOrders& orders) {
     const std::string executable = ownExecutable().string();
-    std::vector<std::string> arguments = {executable, "--worker", std::to_string(port),
-                                          std::to_string(ownPid())};
-    if (neverListen) {
+    std::vector<std::string> arguments = {executable, "--worker",
+                                          std::to_string(orders.listener.port),
+                                          std::to_string(ownPid()), orders.listener.address};
+    if (orders.neverListen) {
         arguments.push_back("never_listen");
+    }
+    if (orders.orphan) {
+        arguments.push_back("orphan");
     }
     std::vector<char*> argv;
     for (std::string& argument : arguments) {
@@ -114,16 +146,18 @@ std::intptr_t startWorker(unsigned port, bool neverListen) {
     return failure == 0 ? worker : 0;
 }
 
-bool waitForQuit(bool ignoreQuit, unsigned dieAfter) {
+bool waitForQuit(bool ignoreQuit, unsigned dieAfterMilliseconds) {
     if (!ignoreQuit) {
-        return awaitQuit(dieAfter);
+        return awaitQuit(dieAfterMilliseconds);
     }
-    if (dieAfter == 0) {
+    if (dieAfterMilliseconds == 0) {
         for (;;) {
             pause();
         }
     }
-    sleep(dieAfter);
+    const timespec pauseFor{static_cast<time_t>(dieAfterMilliseconds / 1000),
+                            static_cast<long>(dieAfterMilliseconds % 1000) * 1000000L};
+    nanosleep(&pauseFor, nullptr);
     return false;
 }
 
@@ -134,22 +168,28 @@ void stopWorker(std::intptr_t worker) {
     }
 }
 
+void releaseWorker(std::intptr_t) {
+    // The worker goes on alone; the system takes it over when the master ends.
+}
+
 bool signalQuit(std::uint32_t masterPid) {
     return kill(static_cast<pid_t>(masterPid), SIGQUIT) == 0;
 }
 
-int runWorker(unsigned port, std::uint32_t masterPid, bool neverListen) {
-    // A worker doesn't outlive its master.
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+int runWorker(const WorkerOrders& orders, std::uint32_t masterPid) {
+    // A worker doesn't outlive its master, unless it is told to.
+    if (!orders.orphan) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+    }
     if (static_cast<std::uint32_t>(getppid()) != masterPid) {
         return 1;
     }
-    if (neverListen) {
+    if (orders.neverListen) {
         for (;;) {
             pause();
         }
     }
-    const int listener = listenOn(port);
+    const int listener = listenOn(orders.listener);
     if (listener < 0) {
         return 1;
     }

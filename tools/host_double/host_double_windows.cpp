@@ -16,8 +16,8 @@ std::wstring quitEventName(std::uint32_t pid) {
     return L"ngx_quit_" + std::to_wstring(pid);
 }
 
-DWORD milliseconds(unsigned seconds) {
-    return seconds == 0 ? INFINITE : seconds * 1000;
+DWORD timeout(unsigned milliseconds) {
+    return milliseconds == 0 ? INFINITE : milliseconds;
 }
 
 void acceptForever(SOCKET listener) {
@@ -30,18 +30,43 @@ void acceptForever(SOCKET listener) {
     }
 }
 
-SOCKET listenOn(unsigned port) {
+// The socket address of a listener: IPv4 or IPv6 by the form of its address text.
+int socketAddress(const Listener& listener, sockaddr_storage& address) {
+    const auto port = htons(static_cast<u_short>(listener.port));
+    auto* four = reinterpret_cast<sockaddr_in*>(&address);
+    if (InetPtonA(AF_INET, listener.address.c_str(), &four->sin_addr) == 1) {
+        four->sin_family = AF_INET;
+        four->sin_port = port;
+        return sizeof(sockaddr_in);
+    }
+    auto* six = reinterpret_cast<sockaddr_in6*>(&address);
+    if (InetPtonA(AF_INET6, listener.address.c_str(), &six->sin6_addr) == 1) {
+        six->sin6_family = AF_INET6;
+        six->sin6_port = port;
+        return sizeof(sockaddr_in6);
+    }
+    return 0;
+}
+
+SOCKET listenOn(const Listener& where) {
     WSADATA data{};
     if (WSAStartup(MAKEWORD(2, 2), &data) != 0) {
         return INVALID_SOCKET;
     }
-    const SOCKET listener = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<u_short>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_storage address{};
+    const int length = socketAddress(where, address);
+    if (length == 0) {
+        return INVALID_SOCKET;
+    }
+    const SOCKET listener = socket(address.ss_family, SOCK_STREAM, IPPROTO_TCP);
+    // nginx's "[::]" listener takes IPv6 only.
+    const DWORD sixOnly = 1;
+    if (listener != INVALID_SOCKET && address.ss_family == AF_INET6) {
+        setsockopt(listener, IPPROTO_IPV6, IPV6_V6ONLY, reinterpret_cast<const char*>(&sixOnly),
+                   sizeof sixOnly);
+    }
     if (listener == INVALID_SOCKET ||
-        bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        bind(listener, reinterpret_cast<const sockaddr*>(&address), length) != 0 ||
         listen(listener, SOMAXCONN) != 0) {
         return INVALID_SOCKET;
     }
@@ -73,12 +98,17 @@ void prepareForQuit() {
     quitEvent = CreateEventW(nullptr, TRUE, FALSE, quitEventName(ownPid()).c_str());
 }
 
-std::intptr_t startWorker(unsigned port, bool neverListen) {
+std::intptr_t startWorker(const WorkerOrders& orders) {
     const std::wstring executable = ownExecutable().wstring();
-    std::wstring commandLine = L"\"" + executable + L"\" --worker " + std::to_wstring(port) + L" " +
-                               std::to_wstring(ownPid());
-    if (neverListen) {
+    std::wstring commandLine =
+        L"\"" + executable + L"\" --worker " + std::to_wstring(orders.listener.port) + L" " +
+        std::to_wstring(ownPid()) + L" " +
+        std::wstring(orders.listener.address.begin(), orders.listener.address.end());
+    if (orders.neverListen) {
         commandLine += L" never_listen";
+    }
+    if (orders.orphan) {
+        commandLine += L" orphan";
     }
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -91,12 +121,12 @@ std::intptr_t startWorker(unsigned port, bool neverListen) {
     return reinterpret_cast<std::intptr_t>(information.hProcess);
 }
 
-bool waitForQuit(bool ignoreQuit, unsigned dieAfter) {
+bool waitForQuit(bool ignoreQuit, unsigned dieAfterMilliseconds) {
     if (ignoreQuit || quitEvent == nullptr) {
-        Sleep(milliseconds(dieAfter));
+        Sleep(timeout(dieAfterMilliseconds));
         return false;
     }
-    return WaitForSingleObject(quitEvent, milliseconds(dieAfter)) == WAIT_OBJECT_0;
+    return WaitForSingleObject(quitEvent, timeout(dieAfterMilliseconds)) == WAIT_OBJECT_0;
 }
 
 void stopWorker(std::intptr_t worker) {
@@ -104,6 +134,13 @@ void stopWorker(std::intptr_t worker) {
     if (process != nullptr) {
         TerminateProcess(process, 0);
         WaitForSingleObject(process, 5000);
+        CloseHandle(process);
+    }
+}
+
+void releaseWorker(std::intptr_t worker) {
+    const auto process = reinterpret_cast<HANDLE>(worker);
+    if (process != nullptr) {
         CloseHandle(process);
     }
 }
@@ -118,19 +155,20 @@ bool signalQuit(std::uint32_t masterPid) {
     return signalled;
 }
 
-int runWorker(unsigned port, std::uint32_t masterPid, bool neverListen) {
+int runWorker(const WorkerOrders& orders, std::uint32_t masterPid) {
     const HANDLE master = OpenProcess(SYNCHRONIZE, FALSE, masterPid);
     if (master == nullptr) {
         return 1;
     }
-    if (!neverListen) {
-        const SOCKET listener = listenOn(port);
+    if (!orders.neverListen) {
+        const SOCKET listener = listenOn(orders.listener);
         if (listener == INVALID_SOCKET) {
             return 1;
         }
         std::thread(acceptForever, listener).detach();
     }
-    WaitForSingleObject(master, INFINITE);
+    // An orphan keeps serving after its master is gone, until somebody ends it.
+    WaitForSingleObject(orders.orphan ? GetCurrentProcess() : master, INFINITE);
     return 0;
 }
 

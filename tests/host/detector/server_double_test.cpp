@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <random>
 #include <thread>
 
 #include "foundation/exceptions.h"
+#include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
 #include "host/detector/tcp_connections.h"
+#include "tests/support/foundation/temp_folder.h"
 #include "tests/support/host/host_double.h"
 
 namespace {
@@ -100,7 +104,92 @@ TEST(ServerDouble, WithoutListenLineTheWorkerListensOnAFreePort) {
     const std::optional<detector::TcpConnection> row = connectionOf(server.worker, seconds(5));
     ASSERT_TRUE(row.has_value());
     EXPECT_NE(row->localPort, 0u);
-    EXPECT_EQ(detector::ipv4Text(row->localAddress), "127.0.0.1");
+    EXPECT_EQ(row->localAddress, 0u);
+}
+
+TEST(ServerDouble, ListenWithAPortOnlyListensOnEveryInterfaceAsNginxDoes) {
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        DoubleInstallation installation;
+        const unsigned port = randomPort();
+        installation.writeConfiguration("http {\n    server {\n        listen " +
+                                        std::to_string(port) + ";\n    }\n}\n");
+        const RunningServer server(installation);
+        ASSERT_NE(server.worker, 0u);
+        const std::optional<detector::TcpConnection> row = connectionOf(server.worker, seconds(5));
+        if (!row) {
+            continue;
+        }
+        EXPECT_EQ(row->localPort, port);
+        EXPECT_EQ(row->localAddress, 0u);
+        EXPECT_EQ(row->stateName, "LISTEN");
+        return;
+    }
+    FAIL() << "the worker never listened";
+}
+
+TEST(ServerDouble, PlantedEmergencyWritesOneEmergLineAndEndsLeavingItsPidFile) {
+    DoubleInstallation installation;
+    std::filesystem::create_directories(nativePath(installation.file("logs")));
+    installation.writeSwitches("emerg_after=300\n");
+    const RunningServer server(installation);
+    ASSERT_NE(server.worker, 0u);
+    EXPECT_TRUE(eventually([&] {
+        return !detector::processExists(server.master) && !detector::processExists(server.worker);
+    }));
+    EXPECT_EQ(installation.pidFromFile(), std::optional<std::uint32_t>(server.master));
+    std::ifstream log(nativePath(installation.file("logs/error.log")), std::ios::binary);
+    std::string line;
+    ASSERT_TRUE(std::getline(log, line));
+    // "2026/11/24 18:00:49 [emerg] 1234#1234: ..."
+    EXPECT_EQ(line.size() > 20 ? line.substr(19, 9) : line, " [emerg] ") << line;
+    EXPECT_NE(line.find(std::to_string(server.master) + "#"), std::string::npos) << line;
+    EXPECT_NE(line.find("failed on purpose after 300 ms"), std::string::npos) << line;
+    std::string more;
+    EXPECT_FALSE(std::getline(log, more) && !more.empty()) << more;
+}
+
+TEST(ServerDouble, OrphanWorkerOutlivesItsMasterAndKeepsItsPort) {
+    DoubleInstallation installation;
+    installation.writeSwitches("orphan_worker\n");
+    const RunningServer server(installation);
+    ASSERT_NE(server.worker, 0u);
+    const std::optional<detector::TcpConnection> before = connectionOf(server.worker, seconds(5));
+    ASSERT_TRUE(before.has_value());
+    ASSERT_TRUE(installation.launch(" -s quit"));
+    EXPECT_TRUE(eventually([&] { return !detector::processExists(server.master); }));
+    std::this_thread::sleep_for(milliseconds(500));
+    EXPECT_TRUE(detector::processExists(server.worker));
+    const std::optional<detector::TcpConnection> after = connectionOf(server.worker, seconds(5));
+    ASSERT_TRUE(after.has_value());
+    EXPECT_EQ(after->localPort, before->localPort);
+}
+
+TEST(ServerDouble, PortHolderHoldsItsPortOnEveryInterfaceUnderItsOwnPid) {
+    const std::string name = uniqueExecutableName("PortHolder");
+    TempFolder folder;
+    std::filesystem::copy_file(nativePath(portHolderExecutable()), nativePath(folder.file(name)));
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const unsigned port = randomPort();
+        ASSERT_TRUE(
+            detector::launchProcess(folder.file(name), " " + std::to_string(port) + " --for 20"));
+        std::uint32_t holder = 0;
+        eventually([&] {
+            const std::vector<std::uint32_t> pids = pidsNamed(name);
+            holder = pids.empty() ? 0 : pids.front();
+            return holder != 0;
+        });
+        ASSERT_NE(holder, 0u);
+        const std::optional<detector::TcpConnection> row = connectionOf(holder, seconds(5));
+        detector::killProcesses(name);
+        if (!row) {
+            continue;
+        }
+        EXPECT_EQ(row->localPort, port);
+        EXPECT_EQ(row->localAddress, 0u);
+        EXPECT_EQ(row->stateName, "LISTEN");
+        return;
+    }
+    FAIL() << "the holder never listened";
 }
 
 TEST(ServerDouble, StopRunEndsMasterAndWorkerAndRemovesThePidFile) {

@@ -15,6 +15,10 @@ std::string hostDoubleExecutable() {
     return systemPath(std::string(CORVANITE_BUILD_DIR) + "/tools/CorvaniteHost.exe");
 }
 
+std::string portHolderExecutable() {
+    return systemPath(std::string(CORVANITE_BUILD_DIR) + "/tools/PortHolder.exe");
+}
+
 std::string uniqueExecutableName(const std::string& stem) {
     static std::atomic<unsigned> counter{0};
     static const auto seed = std::random_device()();

@@ -13,6 +13,9 @@
 // The built server double, CorvaniteHost.exe, as the programs under test name it.
 std::string hostDoubleExecutable();
 
+// The built port holder, PortHolder.exe, as the programs under test name it.
+std::string portHolderExecutable();
+
 // A path of the build machine as the programs under test see it: unchanged on POSIX, on drive Z:
 // under Wine.
 std::string systemPath(const std::string& buildPath);

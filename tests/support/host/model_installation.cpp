@@ -159,7 +159,8 @@ void HostModelInstallation::copyTool(const std::string& toolName, const std::str
                                std::filesystem::copy_options::overwrite_existing);
 }
 
-std::string HostModelInstallation::nginxConf(std::uint16_t port, const std::string& level) {
+std::string HostModelInstallation::nginxConf(std::uint16_t port, const std::string& level,
+                                             const std::string& address) {
     return "worker_processes  1;\r\n"
            "\r\n"
            "error_log logs/error.log " +
@@ -169,18 +170,18 @@ std::string HostModelInstallation::nginxConf(std::uint16_t port, const std::stri
            "http {\r\n"
            "    server {\r\n"
            "        listen       " +
-           std::to_string(port) +
+           (address.empty() ? "" : address + ":") + std::to_string(port) +
            " ssl;\r\n"
            "        server_name  localhost;\r\n"
            "    }\r\n"
            "}\r\n";
 }
 
-void HostModelInstallation::makeServerInstallation(std::uint16_t port,
-                                                   const std::string& level) const {
+void HostModelInstallation::makeServerInstallation(std::uint16_t port, const std::string& level,
+                                                   const std::string& address) const {
     copyTool("CorvaniteHost.exe", "CorvaniteHost.exe");
     makeFolder("logs");
-    writeText("conf/nginx.conf", nginxConf(port, level));
+    writeText("conf/nginx.conf", nginxConf(port, level, address));
 }
 
 void HostModelInstallation::addAddonLibrary() const {

@@ -30,8 +30,12 @@ public:
 
     // The server double as "CorvaniteHost.exe", its "logs" folder and a "conf/nginx.conf" whose
     // server listens on the port and logs at the level.
-    void makeServerInstallation(std::uint16_t port, const std::string& level = "info") const;
-    static std::string nginxConf(std::uint16_t port, const std::string& level);
+    // The listen line names the port alone (every interface, as nginx reads it) unless an
+    // address is given ("127.0.0.1").
+    void makeServerInstallation(std::uint16_t port, const std::string& level = "info",
+                                const std::string& address = "") const;
+    static std::string nginxConf(std::uint16_t port, const std::string& level,
+                                 const std::string& address = "");
 
     // The addon library double as "Corvanite.dll".
     void addAddonLibrary() const;
