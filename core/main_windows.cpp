@@ -41,9 +41,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
     const std::string line = utf16ToUtf8(std::wstring_view(commandLine, std::wcslen(commandLine)));
     const int code = runControlPanel(line, controlPanelSteps());
     // A worker may still be inside a long wait of a start or a report, reading the host and the
-    // catalogues. Returning would destroy those statics while it runs; ending the process here
-    // stops every other thread first. Every setting is written when it is made, so only the
-    // mutex is left to give back.
+    // catalogues. Returning would destroy those statics while it runs. Ending the process by
+    // ExitProcess would still run every library's detach after its other threads were stopped
+    // wherever they stood: a report stopped inside the system's management calls then crashed the
+    // exit now and again. The process ends here at once instead; every setting is written when it
+    // is made, so only the mutex is left to give back.
     releaseInstanceMutex();
-    ExitProcess(static_cast<UINT>(code));
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
+    return code;
 }

@@ -118,7 +118,9 @@ headers() { nice -n 19 make -C "$TREE/include" -j"$JOBS" -s; }
 
 # The modules a plain Win32 program needs, for both architectures: the import closure of the core
 # DLLs, the programs of a Wine session, the DLLs the panel and its tests use, the management service
-# (WMI) that the system facts ask; loader, server, fonts.
+# (WMI) that the system facts ask; loader, server, fonts. atl100 holds the registrar through which
+# every builtin COM module registers its classes while wineboot makes a prefix: without it the
+# prefix knows no class, and WMI's locator cannot be created.
 build_minimal() {
     local roots="ntdll wow64 wow64win wow64cpu kernel32 kernelbase user32 win32u gdi32 winex11.drv
         imm32 uxtheme msvcrt ucrtbase advapi32 sechost rpcrt4 combase ole32 oleaut32 shell32
@@ -127,7 +129,7 @@ build_minimal() {
         comdlg32 msimg32 wbemprox psapi conhost.exe start.exe cmd.exe reg.exe rundll32.exe regsvr32.exe
         services.exe svchost.exe plugplay.exe winedevice.exe rpcss.exe explorer.exe
         wineboot.exe winecfg.exe regedit.exe notepad.exe ping.exe wevtutil.exe tasklist.exe taskkill.exe
-        winmgmt.exe wmiutils wmic.exe"
+        winmgmt.exe wmiutils wmic.exe atl100"
     sed -n 's/^all: \(.*dlls\/acledit\/.*\)$/\1/p' "$TREE/Makefile" | tr ' ' '\n' | grep -v '^$' >"$W/all-targets.txt"
     python3 "$root/scripts/wine32-modules.py" "$TREE" "$roots" "$W/all-targets.txt" >"$W/min-targets.txt"
     (cd "$TREE" && nice -n 19 make -j"$JOBS" -s $(cat "$W/min-targets.txt"))

@@ -274,8 +274,10 @@ void Installation::killServer() const {
     }
 }
 
-ProgramRun::ProgramRun(const std::wstring& commandLine) {
-    const std::wstring program = windowsPathOf(CVH_PROGRAM);
+ProgramRun::ProgramRun(const std::wstring& commandLine)
+    : ProgramRun(commandLine, windowsPathOf(CVH_PROGRAM)) {}
+
+ProgramRun::ProgramRun(const std::wstring& commandLine, const std::wstring& program) {
     std::wstring line = L"\"" + program + L"\"";
     if (!commandLine.empty()) {
         line += L" " + commandLine;

@@ -103,6 +103,8 @@ private:
 class ProgramRun {
 public:
     explicit ProgramRun(const std::wstring& commandLine = L"");
+    // A copy of the program at another place (a Windows path), as a user may have laid it.
+    ProgramRun(const std::wstring& commandLine, const std::wstring& program);
     ~ProgramRun();
     ProgramRun(const ProgramRun&) = delete;
     ProgramRun& operator=(const ProgramRun&) = delete;
