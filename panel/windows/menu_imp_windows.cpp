@@ -21,6 +21,12 @@ MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::App
     if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr) {
         throw BasicException(panelMessages.text(panelmsg::menuNotCreated));
     }
+    // A program without its icon is broken for good; only the shell's refusal is worth a retry.
+    notifyData.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(programIconId));
+    if (notifyData.hIcon == nullptr) {
+        DestroyMenu(menuHandle);
+        throw BasicException(panelMessages.text(panelmsg::menuNotCreated));
+    }
     if (!showTrayIcon(true)) {
         retryUntil = GetTickCount64() + retryPeriodMilliseconds;
         SetTimer(window, trayIconRetryTimerId, retryMilliseconds, nullptr);
@@ -52,23 +58,16 @@ bool MenuImpWindows::showTrayIcon(bool add) {
         }
         return true;
     }
-    HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(programIconId));
-    if (icon == nullptr) {
-        return false;
-    }
     notifyData.cbSize = sizeof(notifyData);
     notifyData.hWnd = window;
     notifyData.uID = programIconId;
     notifyData.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
     notifyData.uCallbackMessage = trayMessage;
-    notifyData.hIcon = icon;
     return Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
 }
 
 bool MenuImpWindows::addTrayIcon() {
-    const bool added = notifyData.hIcon == nullptr
-                           ? showTrayIcon(true)
-                           : Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
+    const bool added = Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
     if (added) {
         KillTimer(window, trayIconRetryTimerId);
     }
