@@ -17,6 +17,7 @@
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
+#include "foundation/work_lane.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
 #include "panel/tray_tip.h"
@@ -72,6 +73,16 @@ bool waitUntilIdle() {
     return false;
 }
 
+// The window is free before its lane job has ended: the job still reads nginx.conf for the box.
+// A job posted behind it runs once it is done, so that the next test, and the end of the test
+// program, find the lane at rest.
+bool waitForLane(WorkLane& lane) {
+    auto done = std::make_shared<std::promise<void>>();
+    std::future<void> ended = done->get_future();
+    lane.post([done] { done->set_value(); });
+    return ended.wait_for(60s) == std::future_status::ready;
+}
+
 class WindowBehaviourTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -84,6 +95,8 @@ protected:
     }
     void TearDown() override {
         EXPECT_TRUE(waitUntilIdle());
+        EXPECT_TRUE(waitForLane(serverLane()));
+        EXPECT_TRUE(waitForLane(reportLane()));
         setSelectedLogLevel(0);
     }
 
