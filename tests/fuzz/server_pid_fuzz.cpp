@@ -1,6 +1,7 @@
 // The server's pid file with arbitrary bytes. The reader takes the text as std::stoul does, up to a
-// zero byte, and accepts only what fits in 32 bits; it fails with the standard classes and the
-// words the user sees on every system. A plain model of that reading gives the expected outcome.
+// zero byte, but refuses a sign, and accepts only what fits in 32 bits; it fails with the standard
+// classes and the words the user sees on every system. A plain model of that reading gives the
+// expected outcome.
 
 #include <cctype>
 #include <cstddef>
@@ -24,15 +25,11 @@ struct Expected {
     std::uint32_t pid;
 };
 
-// Blanks, a sign, then at least one decimal digit; a minus sign wraps as unsigned arithmetic does.
+// Blanks, then at least one decimal digit; a sign is text without a number.
 Expected model(std::string_view bytes) {
     const std::string_view text = bytes.substr(0, bytes.find('\0'));
     std::size_t at = 0;
     while (at < text.size() && std::isspace(static_cast<unsigned char>(text[at]))) {
-        ++at;
-    }
-    const bool negative = at < text.size() && text[at] == '-';
-    if (at < text.size() && (text[at] == '-' || text[at] == '+')) {
         ++at;
     }
     if (at >= text.size() || !std::isdigit(static_cast<unsigned char>(text[at]))) {
@@ -46,9 +43,6 @@ Expected model(std::string_view bytes) {
             return {Outcome::OutOfRange, 0};
         }
         value = value * 10 + digit;
-    }
-    if (negative) {
-        value = 0UL - value;
     }
     if (value > std::numeric_limits<std::uint32_t>::max()) {
         return {Outcome::OutOfRange, 0};
