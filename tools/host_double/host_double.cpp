@@ -2,9 +2,12 @@
 // supervises. It behaves as the panel expects of the real server and nothing more.
 //
 // Started without arguments in the installation folder (its working folder), it is the master:
-// it writes its pid and a line end to "nginx.pid", starts one worker (itself again with a private
-// argument) that listens on 127.0.0.1 at the port of the first `listen` line of
-// "conf/nginx.conf", or at a free port, and waits. A second run with " -s quit" in that folder
+// as nginx does, it takes that folder as its prefix in the system's 8-bit code page and opens its
+// files below it through the 8-bit calls: it notes its start in "logs/error.log", reads
+// "conf/nginx.conf" (and ends with 1 when it can't), writes its pid and a line end to
+// "nginx.pid", starts one worker (itself again with a private argument) that listens on
+// 127.0.0.1 at the port of the first `listen` line of the configuration, or at a free port, and
+// waits. A second run with " -s quit" in that folder
 // tells the master to quit (the named event "ngx_quit_<pid>" on Windows, SIGQUIT on POSIX); the
 // master then stops its worker, removes "nginx.pid" and ends.
 //
@@ -22,7 +25,6 @@
 #include "tools/host_double/host_double.h"
 
 #include <chrono>
-#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -33,6 +35,12 @@ namespace hostdouble {
 namespace {
 
 const char* const pidFile = "nginx.pid";
+const char* const configurationFile = "conf/nginx.conf";
+const char* const errorLog = "logs/error.log";
+
+std::string prefixed(const char* name) {
+    return native::prefix() + name;
+}
 
 unsigned readNumber(const std::string& text) {
     try {
@@ -51,15 +59,13 @@ std::string trimmed(const std::string& text) {
 }
 
 void writePidFile() {
-    std::ofstream file(pidFile, std::ios::binary | std::ios::trunc);
-    file << native::ownPid() << native::lineEnd();
+    native::writeNarrow(prefixed(pidFile), std::to_string(native::ownPid()) + native::lineEnd(),
+                        false);
 }
 
 std::uint32_t readPidFile() {
-    std::ifstream file(pidFile, std::ios::binary);
     std::string text;
-    std::getline(file, text);
-    return readNumber(text);
+    return native::readNarrow(prefixed(pidFile), text) ? readNumber(text) : 0;
 }
 
 int emit(const std::string& count) {
@@ -113,8 +119,8 @@ Switches readSwitches(const std::filesystem::path& file) {
     return switches;
 }
 
-unsigned listenPort(const std::filesystem::path& configuration) {
-    std::ifstream input(configuration);
+unsigned listenPort(const std::string& configuration) {
+    std::istringstream input(configuration);
     for (std::string line; std::getline(input, line);) {
         std::istringstream words(line);
         std::string directive;
@@ -139,14 +145,22 @@ std::string emittedText(std::size_t count) {
 }
 
 int runMaster(const Switches& switches) {
+    // nginx opens its error log first and goes on without it; a configuration that can't be read
+    // ends it.
+    native::writeNarrow(prefixed(errorLog), std::string("[notice] start") + native::lineEnd(),
+                        true);
+    std::string configuration;
+    if (!native::readNarrow(prefixed(configurationFile), configuration)) {
+        return 1;
+    }
     native::prepareForQuit();
     const std::intptr_t worker =
-        native::startWorker(listenPort("conf/nginx.conf"), switches.neverListen);
+        native::startWorker(listenPort(configuration), switches.neverListen);
     writePidFile();
     const bool quit = native::waitForQuit(switches.ignoreQuit, switches.dieAfter);
     native::stopWorker(worker);
     if (quit) {
-        std::remove(pidFile);
+        native::removeNarrow(prefixed(pidFile));
     }
     return 0;
 }

@@ -16,9 +16,9 @@ struct Switches {
 
 Switches readSwitches(const std::filesystem::path& file);
 
-// The port of the first "listen" line of an nginx configuration ("listen 8080;",
+// The port of the first "listen" line of an nginx configuration's text ("listen 8080;",
 // "listen 127.0.0.1:8443 ssl;"), or 0 for a free port.
-unsigned listenPort(const std::filesystem::path& configuration);
+unsigned listenPort(const std::string& configuration);
 
 // The bytes that --emit writes: digits 0 to 9 over and over, the last byte a line end.
 std::string emittedText(std::size_t count);
@@ -30,6 +30,14 @@ int sendQuit();
 namespace native {
 
 std::uint32_t ownPid();
+// The server's prefix as nginx's Windows build takes it: the working folder as 8-bit text of the
+// system's code page (GetCurrentDirectoryA), with a separator at its end. Its files are this
+// prefix and their relative names, opened through the 8-bit calls below: a letter that the code
+// page lacks arrives as "?" or a look-alike, and the file isn't found.
+std::string prefix();
+bool readNarrow(const std::string& path, std::string& bytes);
+bool writeNarrow(const std::string& path, const std::string& bytes, bool append);
+bool removeNarrow(const std::string& path);
 std::filesystem::path ownExecutable();
 const char* lineEnd();
 
