@@ -64,6 +64,11 @@ std::string localAppDataFolder();
 std::string programFilesFolder();
 std::string profileFolder();
 
+// The path's short (8.3) form, as the system keeps it beside the long names: every part that has a
+// short name of its own written with it. Nothing when the path doesn't exist or the system keeps
+// no short names; a system without them (POSIX) never has one.
+std::optional<std::string> shortPathOf(std::string_view path);
+
 // A path in the form the system writes it: with backslashes on Windows, as it stands elsewhere.
 std::string systemPathForm(std::string path);
 

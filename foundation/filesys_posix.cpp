@@ -171,3 +171,7 @@ std::optional<std::string> systemFolder(int csidl) {
 std::string filesys::systemPathForm(std::string path) {
     return path;
 }
+
+std::optional<std::string> filesys::shortPathOf(std::string_view) {
+    return std::nullopt;
+}

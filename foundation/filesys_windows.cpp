@@ -103,3 +103,18 @@ std::string filesys::systemPathForm(std::string path) {
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;
 }
+
+std::optional<std::string> filesys::shortPathOf(std::string_view path) {
+    const std::wstring name = utf8ToUtf16(systemPathForm(std::string(path)));
+    const DWORD size = GetShortPathNameW(name.c_str(), nullptr, 0);
+    if (size == 0) {
+        return std::nullopt;
+    }
+    std::wstring shortName(size, L'\0');
+    const DWORD length = GetShortPathNameW(name.c_str(), shortName.data(), size);
+    if (length == 0 || length >= size) {
+        return std::nullopt;
+    }
+    shortName.resize(length);
+    return utf16ToUtf8(shortName);
+}

@@ -26,11 +26,10 @@ void setMessageBoxSink(MessageBoxSink replacement) {
     sink() = std::move(replacement);
 }
 
-void showMessageBox(const char* caption, std::size_t captionLength, const char* text,
-                    std::size_t textLength, int kind, unsigned extraFlags) {
-    const std::wstring wideCaption = fromCp1251(std::string_view(caption, captionLength));
-    const std::wstring wideText = fromCp1251(std::string_view(text, textLength));
-    const unsigned flags = messageBoxFlags(kind, extraFlags);
+namespace {
+
+void showWideMessageBox(const std::wstring& wideCaption, const std::wstring& wideText,
+                        unsigned flags) {
     MessageBoxSink current;
     {
         const std::lock_guard<std::mutex> guard(sinkLock);
@@ -43,7 +42,20 @@ void showMessageBox(const char* caption, std::size_t captionLength, const char* 
     }
 }
 
+} // namespace
+
+void showMessageBox(const char* caption, std::size_t captionLength, const char* text,
+                    std::size_t textLength, int kind, unsigned extraFlags) {
+    showWideMessageBox(fromCp1251(std::string_view(caption, captionLength)),
+                       fromCp1251(std::string_view(text, textLength)),
+                       messageBoxFlags(kind, extraFlags));
+}
+
 void showMessageBox(std::string_view caption, std::string_view text, MessageBoxKind kind) {
     showMessageBox(caption.data(), caption.size(), text.data(), text.size(),
                    static_cast<int>(kind));
+}
+
+void showMessageBox(std::string_view caption, const std::wstring& text, MessageBoxKind kind) {
+    showWideMessageBox(fromCp1251(caption), text, messageBoxFlags(static_cast<int>(kind), 0));
 }

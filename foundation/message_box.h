@@ -16,6 +16,9 @@ enum class MessageBoxKind : int { error = 0, warning = 1, information = 2 };
 void showMessageBox(const char* caption, std::size_t captionLength, const char* text,
                     std::size_t textLength, int kind, unsigned extraFlags = 0);
 void showMessageBox(std::string_view caption, std::string_view text, MessageBoxKind kind);
+// The same with the text in UTF-16 already: for words that name a path, whose letters may lie
+// outside code page 1251.
+void showMessageBox(std::string_view caption, const std::wstring& text, MessageBoxKind kind);
 
 // The system flags of a box of this kind: 0 error, 1 warning, 2 information, others plain; every
 // box comes to the foreground.

@@ -1,11 +1,14 @@
 #include "host/corvanite_host.h"
 
+#include <atomic>
 #include <chrono>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <thread>
 
+#include "foundation/code_page.h"
 #include "foundation/filesys.h"
 #include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
@@ -91,6 +94,17 @@ std::function<bool()> serverReachedCheck(bool expected) {
         }
         return true;
     };
+}
+
+// The folder's name doesn't change while the program runs: one box tells it, and the starts and
+// stops after it (the watchdog's, the user's) fail without another.
+void tellFolderNotWritable() {
+    static std::atomic<bool> told{false};
+    if (!told.exchange(true)) {
+        showMessageBox(productName,
+                       folderNotWritableText(installationPath(), codepage::systemCodePage()),
+                       MessageBoxKind::error);
+    }
 }
 
 } // namespace
@@ -272,7 +286,13 @@ void CorvaniteHost::controlServer(bool stop) {
         throw std::runtime_error(panelMessages.format(panelmsg::serverFilesMissing, productName));
     }
     try {
-        if (!detector::launchProcess(installPathOf(hostFileName), stop ? stopArguments : "")) {
+        // The server finds its files below its working folder through the 8-bit calls.
+        const std::optional<std::string> folder = serverFolder();
+        if (!folder) {
+            tellFolderNotWritable();
+            return;
+        }
+        if (!detector::launchProcess(*folder + "/" + hostFileName, stop ? stopArguments : "")) {
             throw ServerError(stop ? ServerError::Kind::stop : ServerError::Kind::start);
         }
         const bool reached = detector::waitUntil(stop ? stopTimeoutSeconds : startTimeoutSeconds,

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +28,24 @@ std::string installationFolderOf(std::string path);
 
 // A path inside the installation: the installation path, "/", and the relative name.
 std::string installPathOf(std::string_view name);
+
+// The folder from which the server is started, and in which it looks for its files. The server
+// (an nginx build) takes its folder as 8-bit text of the system's code page and opens its files
+// below it through the 8-bit calls: the installation folder serves when its name survives that
+// code page, and otherwise its short (8.3) form, whose letters are plain. Nothing when neither
+// does, as on a drive that keeps no short names.
+std::optional<std::string> serverFolder();
+
+// The same choice for a folder, with the two questions to the system given: whether a path
+// survives its code page, and the path's short form.
+std::optional<std::string>
+serverFolderOf(const std::string& folder, const std::function<bool(const std::string&)>& writable,
+               const std::function<std::optional<std::string>(const std::string&)>& shortPath);
+
+// The words for a folder that the server can't be started from, in the language in force: the
+// folder with all its letters and the code page's number. UTF-16, since the folder's letters may
+// lie outside code page 1251.
+std::wstring folderNotWritableText(const std::string& folder, unsigned codePage);
 
 // True when the server's executable, its "conf/nginx.conf" and its "logs" folder are in place.
 // Never throws: a folder that can't be listed counts as missing.

@@ -100,7 +100,9 @@ build tsan foundation_tests host_tests diagnostics_tests panel_tests
 stage_end $?
 tsan_built=$?
 
-# The Wine chain.
+# The Wine chain. Its ctest run holds the folder names' end-to-end tests twice, each ctest entry
+# starting the test program under the locale it names (en_US and ru_RU): one session serves both
+# code pages.
 wine_chain() {
     source scripts/wine-session.sh
     trap wine_session_end EXIT

@@ -56,6 +56,9 @@ inline constexpr const char comboboxNotCreated[] =
 inline constexpr const char logLevelAction[] = "CVCP-006026"; // change loglevel
 inline constexpr const char checkboxNotCreated[] =
     "CVCP-006027"; // Error creating control panel checkbox element
+inline constexpr const char folderNotWritable[] =
+    "CVCP-006028"; // The server can't be started from the folder "%1": its name can't be written in
+                   // the system's code page %2, and the folder has no short name. ...
 inline constexpr const char configNotOpened[] = "CVCP-006101"; // Can not open the nginx config-file
 inline constexpr const char portAutoselectOff[] =
     "CVCP-006105"; // You have disabled automatic port selection at server start.\nFor correct work,
@@ -117,6 +120,7 @@ inline constexpr const char* named[] = {run,
                                         comboboxNotCreated,
                                         logLevelAction,
                                         checkboxNotCreated,
+                                        folderNotWritable,
                                         configNotOpened,
                                         portAutoselectOff,
                                         mailNotLaunched,

@@ -181,13 +181,27 @@ void SavedRegistryValue::write(const std::optional<std::wstring>& value) const {
     RegCloseKey(key);
 }
 
+UserProfileMade::UserProfileMade() {
+    wchar_t folder[MAX_PATH] = {};
+    SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, folder);
+}
+
+// Ahead of every other static object of the test program: the settings store of the program's
+// own code takes the profile folder during static initialisation and ends the process without it.
+__attribute__((init_priority(101))) const UserProfileMade profileMadeFirst;
+
 std::string serverBuildName(ServerBuild build) {
     return build == ServerBuild::Console ? "Console" : "Windowless";
 }
 
-Installation::Installation(ServerBuild server)
+Installation::Installation(ServerBuild server, const std::wstring& folderName)
     : language(productKey, L"Language"), displayVersion(uninstallKey, L"DisplayVersion"),
-      folder_(freshFolder()), port_(freePort()), path_(productKey, L"Path") {
+      root_(freshFolder()), folder_(folderName.empty() ? root_ : root_ + L"\\" + folderName),
+      port_(freePort()), path_(productKey, L"Path") {
+    std::filesystem::create_directories(folder_);
+    wchar_t shortFolder[MAX_PATH] = {};
+    const DWORD length = GetShortPathNameW(folder_.c_str(), shortFolder, MAX_PATH);
+    shortFolder_ = length > 0 && length < MAX_PATH ? std::wstring(shortFolder, length) : folder_;
     copyInto(folder_, server == ServerBuild::Console ? CVH_TOOLS_DIR "/CorvaniteHost.exe"
                                                      : CVH_TOOLS_DIR
                           "/windowless/CorvaniteHost.exe");
@@ -213,7 +227,7 @@ Installation::~Installation() {
         endOrphanedConsoleHosts(*since);
     }
     std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
+    std::filesystem::remove_all(root_, ignored);
 }
 
 std::wstring Installation::pathOf(const std::wstring& relative) const {
@@ -255,8 +269,11 @@ std::vector<DWORD> Installation::serverProcesses() const {
     entry.dwSize = sizeof(entry);
     for (BOOL more = Process32FirstW(snapshot, &entry); more;
          more = Process32NextW(snapshot, &entry)) {
-        if (_wcsicmp(entry.szExeFile, L"CorvaniteHost.exe") == 0 &&
-            startsWithIgnoringCase(imageOf(entry.th32ProcessID), folder_ + L"\\")) {
+        const std::wstring image = _wcsicmp(entry.szExeFile, L"CorvaniteHost.exe") == 0
+                                       ? imageOf(entry.th32ProcessID)
+                                       : std::wstring();
+        if (startsWithIgnoringCase(image, folder_ + L"\\") ||
+            startsWithIgnoringCase(image, shortFolder_ + L"\\")) {
             found.push_back(entry.th32ProcessID);
         }
     }

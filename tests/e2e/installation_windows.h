@@ -50,7 +50,15 @@ enum class ServerBuild { Console, Windowless };
 // The name a test shows for a server build.
 std::string serverBuildName(ServerBuild build);
 
+// Makes the user's profile folder and its local application data folder when they aren't there:
+// a test run as a user of a name of its own (Wine takes the user's name from USER) starts without
+// them, and the program's settings file lies there.
+struct UserProfileMade {
+    UserProfileMade();
+};
+
 class Installation {
+    UserProfileMade profile_;
     // Held for the installation's whole life, taken before anything else and given back last.
     // Its servers must not be killed by the host tests' stop test, which kills every server of the
     // user while holding the server lock alone; and the product's registry values, which the
@@ -61,12 +69,18 @@ class Installation {
     SettingsFileGuard settings_;
 
 public:
-    explicit Installation(ServerBuild server = ServerBuild::Console);
+    // The folder is a fresh one of the temporary folder, or, with a name, a folder of that name
+    // inside it.
+    explicit Installation(ServerBuild server = ServerBuild::Console,
+                          const std::wstring& folderName = L"");
     ~Installation();
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
 
     const std::wstring& folder() const { return folder_; }
+    // The folder's short (8.3) form, from which the program starts the server when the system's
+    // code page can't write the folder's name.
+    const std::wstring& shortFolder() const { return shortFolder_; }
     std::wstring pathOf(const std::wstring& relative) const;
     // The port that the server double listens on, from the "listen" line of nginx.conf.
     int port() const { return port_; }
@@ -82,7 +96,8 @@ public:
     std::wstring settingsPath() const;
     std::optional<std::string> readSettings() const;
 
-    // Processes whose program lies in the installation folder (the server's master and worker).
+    // Processes whose program lies in the installation folder, by its long or its short name (the
+    // server's master and worker).
     std::vector<DWORD> serverProcesses() const;
     bool serverRuns() const { return !serverProcesses().empty(); }
     bool waitForServer(bool running, std::chrono::milliseconds timeout = ui::patience) const;
@@ -93,7 +108,9 @@ public:
     SavedRegistryValue displayVersion;
 
 private:
+    std::wstring root_;
     std::wstring folder_;
+    std::wstring shortFolder_;
     int port_ = 0;
     SavedRegistryValue path_;
 };

@@ -32,7 +32,9 @@ std::wstring words(const char* id, int language, const char* argument = nullptr)
 
 class PanelSession : public ::testing::Test {
 protected:
-    explicit PanelSession(ServerBuild server = ServerBuild::Console) : installation(server) {}
+    explicit PanelSession(ServerBuild server = ServerBuild::Console,
+                          const std::wstring& folderName = L"")
+        : installation(server, folderName) {}
 
     // Starts the program, waits for its window and for the server to run.
     HWND startPanel(ProgramRun& run);

@@ -102,6 +102,7 @@ const EnglishRow englishRows[] = {
     {&panelMessages, "CVCP-006025", "Error creating control panel combobox element"},
     {&panelMessages, "CVCP-006026", "change loglevel"},
     {&panelMessages, "CVCP-006027", "Error creating control panel checkbox element"},
+    {&panelMessages, "CVCP-006028", "The server can't be started from the folder \"%1\": its name can't be written in the system's code page %2, and the folder has no short name.\nInstall the program into a folder whose name has Latin letters only."},
     {&panelMessages, "CVCP-006101", "Can not open the nginx config-file"},
     {&panelMessages, "CVCP-006102", "Error reload server.\nPlease press \"Run\"manualy"},
     {&panelMessages, "CVCP-006103", "Error of cache clear"},

@@ -58,3 +58,14 @@ TEST(MessageBox, LengthsBoundTheTexts) {
     EXPECT_EQ(recorder.boxes[0].caption, L"Corvanite");
     EXPECT_EQ(recorder.boxes[0].text, L"ab");
 }
+
+// Words that name a path come in UTF-16 already and keep every letter, also those that code page
+// 1251 lacks.
+TEST(MessageBox, AWideTextKeepsLettersOutsideCp1251) {
+    BoxRecorder recorder;
+    showMessageBox("Corvanite", std::wstring(L"C:\\Jos\x00E9 Host"), MessageBoxKind::error);
+    ASSERT_EQ(recorder.boxes.size(), 1u);
+    EXPECT_EQ(recorder.boxes[0].caption, L"Corvanite");
+    EXPECT_EQ(recorder.boxes[0].text, L"C:\\Jos\x00E9 Host");
+    EXPECT_EQ(recorder.boxes[0].flags, 0x10010u);
+}

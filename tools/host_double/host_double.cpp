@@ -2,12 +2,15 @@
 // supervises. It behaves as the panel expects of the real server and nothing more.
 //
 // Started without arguments in the installation folder (its working folder), it is the master:
-// it writes its pid and a line end to "nginx.pid", starts one worker (itself again with a private
-// argument) that listens where the first `listen` line of "conf/nginx.conf" says, as nginx does
-// ("listen 8888;" is every IPv4 interface, "listen 127.0.0.1:8888;" loopback, "listen [::]:8888;"
-// every IPv6 interface), or on every IPv4 interface at a free port, and waits. A second run with "
-// -s quit" in that folder tells the master to quit (the named event "ngx_quit_<pid>" on Windows,
-// SIGQUIT on POSIX); the master then stops its worker, removes "nginx.pid" and ends.
+// as nginx does, it takes that folder as its prefix in the system's 8-bit code page and opens its
+// files below it through the 8-bit calls: it notes its start in "logs/error.log", reads
+// "conf/nginx.conf" (and ends with 1 when it can't), writes its pid and a line end to
+// "nginx.pid", starts one worker (itself again with a private argument) that listens where the
+// first `listen` line of the configuration says, as nginx does ("listen 8888;" is every IPv4
+// interface, "listen 127.0.0.1:8888;" loopback, "listen [::]:8888;" every IPv6 interface), or on
+// every IPv4 interface at a free port, and waits. A second run with " -s quit" in that folder
+// tells the master to quit (the named event "ngx_quit_<pid>" on Windows, SIGQUIT on POSIX); the
+// master then stops its worker, removes "nginx.pid" and ends.
 //
 // Side file: "host_double.cfg" next to the executable, one switch per line:
 //   ignore_quit     the master hears the quit and stays
@@ -40,6 +43,12 @@ namespace hostdouble {
 namespace {
 
 const char* const pidFile = "nginx.pid";
+const char* const configurationFile = "conf/nginx.conf";
+const char* const errorLog = "logs/error.log";
+
+std::string prefixed(const char* name) {
+    return native::prefix() + name;
+}
 
 unsigned readNumber(const std::string& text) {
     try {
@@ -58,15 +67,13 @@ std::string trimmed(const std::string& text) {
 }
 
 void writePidFile() {
-    std::ofstream file(pidFile, std::ios::binary | std::ios::trunc);
-    file << native::ownPid() << native::lineEnd();
+    native::writeNarrow(prefixed(pidFile), std::to_string(native::ownPid()) + native::lineEnd(),
+                        false);
 }
 
 std::uint32_t readPidFile() {
-    std::ifstream file(pidFile, std::ios::binary);
     std::string text;
-    std::getline(file, text);
-    return readNumber(text);
+    return native::readNarrow(prefixed(pidFile), text) ? readNumber(text) : 0;
 }
 
 // The message of the planted failure; tests look for it in the panel.
@@ -75,8 +82,7 @@ std::string plantedMessage(unsigned milliseconds) {
 }
 
 void writeErrorLog(const std::string& line) {
-    std::ofstream log("logs/error.log", std::ios::binary | std::ios::app);
-    log << line << native::lineEnd();
+    native::writeNarrow(prefixed(errorLog), line + native::lineEnd(), true);
 }
 
 // The time to wait for a quit: the sooner of the two ends, 0 for none.
@@ -143,8 +149,8 @@ Switches readSwitches(const std::filesystem::path& file) {
     return switches;
 }
 
-Listener listenerOf(const std::filesystem::path& configuration) {
-    std::ifstream input(configuration);
+Listener listenerOf(const std::string& configuration) {
+    std::istringstream input(configuration);
     for (std::string line; std::getline(input, line);) {
         std::istringstream words(line);
         std::string directive;
@@ -190,9 +196,16 @@ std::string emittedText(std::size_t count) {
 }
 
 int runMaster(const Switches& switches) {
+    // nginx opens its error log first and goes on without it; a configuration that can't be read
+    // ends it.
+    writeErrorLog(errorLogLine("notice", native::ownPid(), "start worker processes"));
+    std::string configuration;
+    if (!native::readNarrow(prefixed(configurationFile), configuration)) {
+        return 1;
+    }
     native::prepareForQuit();
     native::WorkerOrders orders;
-    orders.listener = listenerOf("conf/nginx.conf");
+    orders.listener = listenerOf(configuration);
     orders.neverListen = switches.neverListen;
     orders.orphan = switches.orphanWorker;
     const std::intptr_t worker = native::startWorker(orders);
@@ -207,7 +220,7 @@ int runMaster(const Switches& switches) {
         native::stopWorker(worker);
     }
     if (quit) {
-        std::remove(pidFile);
+        native::removeNarrow(prefixed(pidFile));
     }
     return 0;
 }

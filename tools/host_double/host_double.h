@@ -25,10 +25,10 @@ struct Listener {
 
 Switches readSwitches(const std::filesystem::path& file);
 
-// The first "listen" line of an nginx configuration, as nginx reads it: "listen 8080;" is every
-// IPv4 interface, "listen 127.0.0.1:8443 ssl;" that address, "listen [::]:8443;" every IPv6
+// The first "listen" line of an nginx configuration's text, as nginx reads it: "listen 8080;" is
+// every IPv4 interface, "listen 127.0.0.1:8443 ssl;" that address, "listen [::]:8443;" every IPv6
 // interface. Without such a line, every IPv4 interface at a free port.
-Listener listenerOf(const std::filesystem::path& configuration);
+Listener listenerOf(const std::string& configuration);
 
 // One line of nginx's error log: "2026/11/24 18:00:49 [emerg] 1234#1234: <message>".
 std::string errorLogLine(const std::string& level, std::uint32_t pid, const std::string& message);
@@ -43,6 +43,14 @@ int sendQuit();
 namespace native {
 
 std::uint32_t ownPid();
+// The server's prefix as nginx's Windows build takes it: the working folder as 8-bit text of the
+// system's code page (GetCurrentDirectoryA), with a separator at its end. Its files are this
+// prefix and their relative names, opened through the 8-bit calls below: a letter that the code
+// page lacks arrives as "?" or a look-alike, and the file isn't found.
+std::string prefix();
+bool readNarrow(const std::string& path, std::string& bytes);
+bool writeNarrow(const std::string& path, const std::string& bytes, bool append);
+bool removeNarrow(const std::string& path);
 std::filesystem::path ownExecutable();
 const char* lineEnd();
 

@@ -11,6 +11,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -98,6 +101,30 @@ int listenOn(const Listener& where) {
 }
 
 } // namespace
+
+// A POSIX system's narrow calls take the folder's bytes as they stand.
+std::string prefix() {
+    std::vector<char> folder(4096);
+    return getcwd(folder.data(), folder.size()) != nullptr ? std::string(folder.data()) + "/" : "";
+}
+
+bool readNarrow(const std::string& path, std::string& bytes) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        return false;
+    }
+    bytes.assign(std::istreambuf_iterator<char>(file), {});
+    return true;
+}
+
+bool writeNarrow(const std::string& path, const std::string& bytes, bool append) {
+    std::ofstream file(path, std::ios::binary | (append ? std::ios::app : std::ios::trunc));
+    return static_cast<bool>(file << bytes);
+}
+
+bool removeNarrow(const std::string& path) {
+    return std::remove(path.c_str()) == 0;
+}
 
 std::uint32_t ownPid() {
     return static_cast<std::uint32_t>(getpid());

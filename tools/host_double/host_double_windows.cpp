@@ -80,6 +80,56 @@ SOCKET listenOn(const Listener& where) {
 
 } // namespace
 
+// nginx's Windows build is a program of the 8-bit calls: its prefix is GetCurrentDirectoryA's
+// text, and its files open through CreateFileA below that prefix.
+std::string prefix() {
+    char folder[MAX_PATH] = {};
+    const DWORD length = GetCurrentDirectoryA(MAX_PATH, folder);
+    if (length == 0 || length >= MAX_PATH) {
+        return "";
+    }
+    std::string text(folder, length);
+    if (text.back() != '\\') {
+        text += '\\';
+    }
+    return text;
+}
+
+bool readNarrow(const std::string& path, std::string& bytes) {
+    const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    bytes.clear();
+    char buffer[4096];
+    DWORD read = 0;
+    while (ReadFile(file, buffer, sizeof buffer, &read, nullptr) && read > 0) {
+        bytes.append(buffer, read);
+    }
+    CloseHandle(file);
+    return true;
+}
+
+bool writeNarrow(const std::string& path, const std::string& bytes, bool append) {
+    const HANDLE file = CreateFileA(
+        path.c_str(), append ? FILE_APPEND_DATA : GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+        nullptr, append ? OPEN_ALWAYS : CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    DWORD written = 0;
+    const bool ok = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                              nullptr) != FALSE &&
+                    written == bytes.size();
+    CloseHandle(file);
+    return ok;
+}
+
+bool removeNarrow(const std::string& path) {
+    return DeleteFileA(path.c_str()) != FALSE;
+}
+
 std::uint32_t ownPid() {
     return GetCurrentProcessId();
 }

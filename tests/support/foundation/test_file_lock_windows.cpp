@@ -2,12 +2,28 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 
+namespace {
+
+// The folder that every user of the prefix shares: a test process that runs as another user (to
+// try a profile folder with letters of its own) takes the same locks as the others.
+std::filesystem::path lockFolder() {
+    wchar_t folder[MAX_PATH] = {};
+    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, 0, folder))) {
+        return std::filesystem::temp_directory_path();
+    }
+    return folder;
+}
+
+} // namespace
+
 TestFileLock::TestFileLock(const char* fileName, bool exclusive) {
-    const std::wstring path = (std::filesystem::temp_directory_path() / fileName).wstring();
+    const std::wstring path = (lockFolder() / fileName).wstring();
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -69,6 +69,9 @@ DoubleInstallation::DoubleInstallation(std::string exeName)
     : exeName_(std::move(exeName)), sharedName_(exeName_ == "CorvaniteHost.exe") {
     std::filesystem::copy_file(nativePath(hostDoubleExecutable()), nativePath(executable()));
     std::filesystem::create_directories(nativePath(file("conf")));
+    // The server ends at once without its configuration; this one has no "listen" line, so that
+    // the worker takes a free port.
+    writeConfiguration("worker_processes 1;\nevents {\n}\n");
     consoleHostsBefore_ = consoleHosts();
 }
 
