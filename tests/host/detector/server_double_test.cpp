@@ -127,7 +127,7 @@ TEST(ServerDouble, ListenWithAPortOnlyListensOnEveryInterfaceAsNginxDoes) {
     FAIL() << "the worker never listened";
 }
 
-TEST(ServerDouble, PlantedEmergencyWritesOneEmergLineAndEndsLeavingItsPidFile) {
+TEST(ServerDouble, PlantedEmergencyWritesOneEmergLineAfterItsStartAndEndsLeavingItsPidFile) {
     DoubleInstallation installation;
     std::filesystem::create_directories(nativePath(installation.file("logs")));
     installation.writeSwitches("emerg_after=300\n");
@@ -139,6 +139,9 @@ TEST(ServerDouble, PlantedEmergencyWritesOneEmergLineAndEndsLeavingItsPidFile) {
     EXPECT_EQ(installation.pidFromFile(), std::optional<std::uint32_t>(server.master));
     std::ifstream log(nativePath(installation.file("logs/error.log")), std::ios::binary);
     std::string line;
+    // The start's notice, as nginx writes it, then the planted line.
+    ASSERT_TRUE(std::getline(log, line));
+    EXPECT_NE(line.find(" [notice] "), std::string::npos) << line;
     ASSERT_TRUE(std::getline(log, line));
     // "2026/11/24 18:00:49 [emerg] 1234#1234: ..."
     EXPECT_EQ(line.size() > 20 ? line.substr(19, 9) : line, " [emerg] ") << line;
