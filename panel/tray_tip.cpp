@@ -1,10 +1,22 @@
 #include "panel/tray_tip.h"
 
 #include "foundation/message_catalogue.h"
+#include "foundation/text.h"
 #include "host/host_facts.h"
 
-std::string trayTipText(const std::string& titleId) {
+std::string trayTipText(const std::string& titleId, const std::string& notice) {
     const std::string title = panelMessages.text(titleId.c_str());
     const std::string version = versionMiddle(fileVersionText());
-    return substitutePlaceholders("%1 %2", title.c_str(), version.c_str());
+    std::string tip = substitutePlaceholders("%1 %2", title.c_str(), version.c_str());
+    if (!notice.empty()) {
+        tip += "\n" + notice;
+    }
+    return tip;
+}
+
+std::string failureNotice(const std::optional<std::string>& cause) {
+    if (!cause || cause->empty()) {
+        return panelMessages.text(panelmsg::failedWithoutCause);
+    }
+    return utf8ToCp1251(*cause);
 }

@@ -13,6 +13,7 @@
 #include "host/log_level.h"
 #include "panel/layout_ids.h"
 #include "panel/tooltip_base.h"
+#include "panel/tray_tip.h"
 #include "panel/worker_thread.h"
 
 std::atomic<bool> commandInProgress{false};
@@ -86,8 +87,16 @@ bool WindowImp::update() {
     widget(widgetid::statusLabel)
         ->setText(failed ? panelMessages.text(panelmsg::failed) : statusText(status.running));
     if (menu_) {
+        // The tray tells why the server failed, in its tooltip for as long as it lasts and once
+        // in a balloon.
+        const std::string notice = failed ? failureNotice(watchdog_.cause()) : std::string();
+        menu_->setNotice(notice);
+        if (failed && !failureAnnounced_) {
+            menu_->announce(notice);
+        }
         menu_->update();
     }
+    failureAnnounced_ = failed;
     widget(widgetid::runButton)->setEnabled(!busy() && !status.running);
     widget(widgetid::stopButton)->setEnabled(!busy() && status.running);
     enableIfPresent(*this, widgetid::logLevelBox, !busy());
@@ -112,6 +121,8 @@ void WindowImp::updateTexts() {
 
 bool WindowImp::runCommand(std::int32_t id) {
     if (isLongRunning(id)) {
+        // The user's Run ends a failure and starts at once; so does any other command of theirs.
+        watchdog_.commandByUser();
         runOnWorker(id);
         return true;
     }

@@ -23,6 +23,7 @@ constexpr MessageRow panelMessageRows[] = {
     {"CVCP-000009", "Запущен",    "Running", "Запущений"},
     {"CVCP-000010", "Остановлен", "Stopped", "Зупинений"},
     {"CVCP-000011", "Сбой",       "Failed",  "Збій"},
+    {"CVCP-000012", "Сервер постоянно останавливается, а журнал ошибок не указывает причину", "The server keeps stopping, and its error log doesn't say why", "Сервер постійно зупиняється, а журнал помилок не вказує причину"},
 
     {"CVCP-001001", "Панель управления Corvanite", "Corvanite Control Panel", "Панель управління Corvanite"},
 

@@ -5,15 +5,19 @@
 // that when it is compiled).
 namespace panelmsg {
 
-inline constexpr const char run[] = "CVCP-000001";                 // Run
-inline constexpr const char stop[] = "CVCP-000002";                // Stop
-inline constexpr const char days[] = "CVCP-000003";                // d. :
-inline constexpr const char hours[] = "CVCP-000004";               // h. :
-inline constexpr const char minutes[] = "CVCP-000005";             // m. :
-inline constexpr const char seconds[] = "CVCP-000006";             // s.
-inline constexpr const char running[] = "CVCP-000009";             // Running
-inline constexpr const char stopped[] = "CVCP-000010";             // Stopped
-inline constexpr const char failed[] = "CVCP-000011";              // Failed
+inline constexpr const char run[] = "CVCP-000001";     // Run
+inline constexpr const char stop[] = "CVCP-000002";    // Stop
+inline constexpr const char days[] = "CVCP-000003";    // d. :
+inline constexpr const char hours[] = "CVCP-000004";   // h. :
+inline constexpr const char minutes[] = "CVCP-000005"; // m. :
+inline constexpr const char seconds[] = "CVCP-000006"; // s.
+inline constexpr const char running[] = "CVCP-000009"; // Running
+inline constexpr const char stopped[] = "CVCP-000010"; // Stopped
+inline constexpr const char failed[] = "CVCP-000011";  // Failed
+
+// The server keeps stopping, and its error log doesn't say why
+inline constexpr const char failedWithoutCause[] = "CVCP-000012";
+
 inline constexpr const char hostVersionLabel[] = "CVCP-005001";    // Host application version:
 inline constexpr const char libraryVersionLabel[] = "CVCP-005002"; // Library version:
 inline constexpr const char portLabel[] = "CVCP-005004";           // Port:
@@ -86,6 +90,7 @@ inline constexpr const char* named[] = {run,
                                         running,
                                         stopped,
                                         failed,
+                                        failedWithoutCause,
                                         hostVersionLabel,
                                         libraryVersionLabel,
                                         portLabel,

@@ -19,7 +19,7 @@ struct CatalogueInfo {
 };
 
 const CatalogueInfo catalogues[] = {
-    {"panelMessages", &panelMessages, 84},
+    {"panelMessages", &panelMessages, 85},
     {"commonMessages", &commonMessages, 18},
     {"serviceMessages", &serviceMessages, 82},
     {"zipMessages", &zipMessages, 2},
@@ -48,6 +48,7 @@ const EnglishRow englishRows[] = {
     {&panelMessages, "CVCP-000009", "Running"},
     {&panelMessages, "CVCP-000010", "Stopped"},
     {&panelMessages, "CVCP-000011", "Failed"},
+    {&panelMessages, "CVCP-000012", "The server keeps stopping, and its error log doesn't say why"},
     {&panelMessages, "CVCP-001001", "Corvanite Control Panel"},
     {&panelMessages, "CVCP-002001", "Management"},
     {&panelMessages, "CVCP-002002", "Settings"},
@@ -375,7 +376,7 @@ TEST(CatalogueTables, EveryNamedIdExists) {
                 << row.id << " language " << language;
         }
     }
-    EXPECT_EQ(std::size(englishRows), 84u + 18u + 82u + 2u);
+    EXPECT_EQ(std::size(englishRows), 85u + 18u + 82u + 2u);
 }
 
 TEST(CatalogueTables, EnglishWordsAsTheProductShipsThem) {

@@ -18,6 +18,7 @@
 #include "host/host_facts.h"
 #include "host/log_level.h"
 #include "panel/tooltip_base.h"
+#include "panel/tray_tip.h"
 #include "panel/window_imp.h"
 #include "tests/support/foundation/temp_folder.h"
 #include "tests/support/host/host_double.h"
@@ -189,6 +190,50 @@ TEST_F(WindowUpdateTest, AFailedRestartByTheWatchdogIsShownAndThePanelGoesOn) {
     EXPECT_FALSE(panel.tick());
     EXPECT_TRUE(panel.widget(7)->isEnabled());
     EXPECT_FALSE(panel.widget(8)->isEnabled());
+}
+
+// A server that falls right after each start: the watchdog gives up, the status reads Failed, the
+// tray's tooltip gives the line of the error log, one balloon says it, and Run starts at once.
+TEST_F(WindowUpdateTest, AServerThatKeepsFallingEndsFailedWithTheLogsLineInTheTray) {
+    ASSERT_TRUE(showsARunningServer());
+    std::atomic<std::int64_t> now{50'000'000};
+    panel.window().setWatchdogClock([&now] { return now.load(); });
+    panel.installation.writeText("host_double.cfg", "emerg_after=200\n");
+    panel.killServer();
+    int ticks = 0;
+    while (panel.widget(3)->shown() != "Failed" && ticks < 200) {
+        panel.tick();
+        ASSERT_TRUE(panel.waitUntilIdle());
+        now += 1000;
+        ++ticks;
+    }
+    ASSERT_EQ(panel.widget(3)->shown(), "Failed");
+    const std::string planted = "the host double failed on purpose after 200 ms";
+    const std::string tip = panel.menu()->trayTip();
+    EXPECT_EQ(tip.rfind(trayTipText("CVCP-001001") + "\n", 0), 0u) << tip;
+    EXPECT_NE(tip.find("[emerg]"), std::string::npos) << tip;
+    EXPECT_NE(tip.find(planted), std::string::npos) << tip;
+    ASSERT_EQ(panel.menu()->balloons().size(), 1u);
+    EXPECT_EQ(panel.menu()->balloons()[0], panel.menu()->notice());
+    // Failed it stays, and it is said once.
+    for (int i = 0; i < 5; ++i) {
+        now += 60'000;
+        EXPECT_FALSE(panel.tick());
+        EXPECT_FALSE(commandInProgress.load());
+    }
+    EXPECT_EQ(panel.widget(3)->shown(), "Failed");
+    EXPECT_EQ(panel.menu()->balloons().size(), 1u);
+    EXPECT_TRUE(panel.boxes.boxes().empty());
+
+    // The configuration mended, Run starts at once and the tray forgets the failure.
+    panel.installation.remove("host_double.cfg");
+    EXPECT_TRUE(panel.window().runCommand(1));
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_TRUE(panel.waitForServer(true));
+    EXPECT_TRUE(panel.tick());
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_EQ(panel.menu()->trayTip(), trayTipText("CVCP-001001"));
+    EXPECT_EQ(panel.menu()->balloons().size(), 1u);
 }
 
 TEST_F(WindowUpdateTest, RefreshesOfTheTimerAndOfAReportMeetTheWatchdogsRestartSafely) {
