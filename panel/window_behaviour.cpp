@@ -84,12 +84,24 @@ bool WindowImp::update() {
         runOnWorker(commandid::run);
     }
     const bool failed = watchdog_.failed() && !status.running;
-    widget(widgetid::statusLabel)
-        ->setText(failed ? panelMessages.text(panelmsg::failed) : statusText(status.running));
+    // A port that another program held at the last start is told until the next start.
+    const std::optional<HeldPort> held = status.running ? std::nullopt : getHost()->heldPort();
+    std::string state = statusText(status.running);
+    if (failed) {
+        state = panelMessages.text(panelmsg::failed);
+    } else if (held) {
+        state = panelMessages.format(panelmsg::portHeldStatus, std::to_string(held->port).c_str());
+    }
+    widget(widgetid::statusLabel)->setText(state);
     if (menu_) {
         // The tray tells why the server failed, in its tooltip for as long as it lasts and once
-        // in a balloon.
-        const std::string notice = failed ? failureNotice(watchdog_.cause()) : std::string();
+        // in a balloon; or which program holds its port.
+        std::string notice;
+        if (failed) {
+            notice = failureNotice(watchdog_.cause());
+        } else if (held) {
+            notice = heldport::heldPortText(held->port, held->holder, " ");
+        }
         menu_->setNotice(notice);
         if (failed && !failureAnnounced_) {
             menu_->announce(notice);

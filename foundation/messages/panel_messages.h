@@ -17,6 +17,18 @@ inline constexpr const char failed[] = "CVCP-000011";  // Failed
 
 // The server keeps stopping, and its error log doesn't say why
 inline constexpr const char failedWithoutCause[] = "CVCP-000012";
+// Port %1 is held
+inline constexpr const char portHeldStatus[] = "CVCP-000013";
+// The server can't start: port %1 is held.
+inline constexpr const char portHeld[] = "CVCP-006106";
+// It is held by %1 (process %2).
+inline constexpr const char portHeldByProgram[] = "CVCP-006107";
+// It is held by the Windows service "%1".
+inline constexpr const char portHeldByService[] = "CVCP-006108";
+// It is held by the Windows HTTP service (http.sys).
+inline constexpr const char portHeldByHttpService[] = "CVCP-006109";
+// It is reserved by Windows.
+inline constexpr const char portReserved[] = "CVCP-006110";
 
 inline constexpr const char hostVersionLabel[] = "CVCP-005001";    // Host application version:
 inline constexpr const char libraryVersionLabel[] = "CVCP-005002"; // Library version:
@@ -91,6 +103,12 @@ inline constexpr const char* named[] = {run,
                                         stopped,
                                         failed,
                                         failedWithoutCause,
+                                        portHeldStatus,
+                                        portHeld,
+                                        portHeldByProgram,
+                                        portHeldByService,
+                                        portHeldByHttpService,
+                                        portReserved,
                                         hostVersionLabel,
                                         libraryVersionLabel,
                                         portLabel,
