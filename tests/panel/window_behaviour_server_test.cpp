@@ -14,7 +14,9 @@
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
+#include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
+#include "host/held_port.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
 #include "panel/tooltip_base.h"
@@ -234,6 +236,55 @@ TEST_F(WindowUpdateTest, AServerThatKeepsFallingEndsFailedWithTheLogsLineInTheTr
     EXPECT_EQ(panel.widget(3)->shown(), "Running");
     EXPECT_EQ(panel.menu()->trayTip(), trayTipText("CVCP-001001"));
     EXPECT_EQ(panel.menu()->balloons().size(), 1u);
+}
+
+// Another program on the server's port: Run tells it in a box at once, and the status and the
+// tray's tooltip say so until the next start.
+TEST_F(WindowUpdateTest, RunWithThePortHeldShowsItInTheStatusAndTheTrayUntilTheNextStart) {
+    panel.makeHost();
+    getHost()->stopServer();
+    panel.build();
+    panel.widget(8)->setEnabled(false);
+    panel.tick();
+    panel.installation.copyTool("PortHolder.exe", "PortHolder.exe");
+    ASSERT_TRUE(detector::launchProcess(panel.installation.file("PortHolder.exe"),
+                                        " " + std::to_string(panel.port) + " --for 30"));
+    ASSERT_TRUE(eventually([this] {
+        return heldport::portHolder(
+                   heldport::gatherPortFacts(panel.port, installPathOf("CorvaniteHost.exe")),
+                   panel.port)
+            .has_value();
+    }));
+    EXPECT_TRUE(panel.window().runCommand(1));
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_EQ(panel.boxes.boxes().size(), 1u);
+    EXPECT_NE(panel.boxes.boxes()[0].text.find(L"PortHolder.exe (process "), std::wstring::npos);
+    EXPECT_FALSE(panel.tick());
+    const std::string port = std::to_string(panel.port);
+    EXPECT_EQ(panel.widget(3)->shown(), "Port " + port + " is held");
+    const std::string tip = panel.menu()->trayTip();
+    EXPECT_NE(tip.find("The server can't start: port " + port +
+                       " is held. It is held by "
+                       "PortHolder.exe (process "),
+              std::string::npos)
+        << tip;
+    EXPECT_TRUE(panel.menu()->balloons().empty());
+
+    for (const std::uint32_t pid : pidsNamed("PortHolder.exe")) {
+        detector::native::terminateProcess(pid);
+    }
+    ASSERT_TRUE(eventually([this] {
+        return !heldport::portHolder(
+                    heldport::gatherPortFacts(panel.port, installPathOf("CorvaniteHost.exe")),
+                    panel.port)
+                    .has_value();
+    }));
+    EXPECT_TRUE(panel.window().runCommand(1));
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_TRUE(panel.waitForServer(true));
+    EXPECT_TRUE(panel.tick());
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_EQ(panel.menu()->trayTip(), trayTipText("CVCP-001001"));
 }
 
 TEST_F(WindowUpdateTest, RefreshesOfTheTimerAndOfAReportMeetTheWatchdogsRestartSafely) {
