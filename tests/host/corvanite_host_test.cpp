@@ -468,10 +468,12 @@ TEST_F(HostModel, StopLeavesNoWorkerThatOutlivedItsMaster) {
 TEST_F(HostModel, ThePortHeldByAnotherProgramIsToldAndNothingIsStarted) {
     port = hostModelFreePort();
     installation.makeServerInstallation(port);
-    installation.copyTool("PortHolder.exe", "PortHolder.exe");
+    // A name of its own: only this test's holder is ended at its end.
+    const std::string holderName = uniqueExecutableName("PortHolder");
+    installation.copyTool("PortHolder.exe", holderName);
     makeHost();
     host->stopServer();
-    ASSERT_TRUE(detector::launchProcess(installation.file("PortHolder.exe"),
+    ASSERT_TRUE(detector::launchProcess(installation.file(holderName),
                                         " " + std::to_string(port) + " --for 30"));
     ASSERT_TRUE(eventually([this] {
         return heldport::portHolder(heldport::gatherPortFacts(port, installPathOf(hostFileName)),
@@ -484,10 +486,10 @@ TEST_F(HostModel, ThePortHeldByAnotherProgramIsToldAndNothingIsStarted) {
     EXPECT_FALSE(isServerRunning());
     ASSERT_EQ(boxes.boxes().size(), 1u);
     EXPECT_NE(box(0).find(L"port " + std::to_wstring(port) + L" is held"), std::wstring::npos);
-    EXPECT_NE(box(0).find(L"PortHolder.exe (process "), std::wstring::npos) << box(0);
+    EXPECT_NE(box(0).find(utf8ToUtf16(holderName) + L" (process "), std::wstring::npos) << box(0);
     ASSERT_TRUE(host->heldPort().has_value());
     EXPECT_EQ(host->heldPort()->port, port);
-    for (const std::uint32_t pid : pidsNamed("PortHolder.exe")) {
+    for (const std::uint32_t pid : pidsNamed(holderName)) {
         detector::native::terminateProcess(pid);
     }
 }

@@ -246,8 +246,10 @@ TEST_F(WindowUpdateTest, RunWithThePortHeldShowsItInTheStatusAndTheTrayUntilTheN
     panel.build();
     panel.widget(8)->setEnabled(false);
     panel.tick();
-    panel.installation.copyTool("PortHolder.exe", "PortHolder.exe");
-    ASSERT_TRUE(detector::launchProcess(panel.installation.file("PortHolder.exe"),
+    // A name of its own: only this test's holder is ended at its end.
+    const std::string holderName = uniqueExecutableName("PortHolder");
+    panel.installation.copyTool("PortHolder.exe", holderName);
+    ASSERT_TRUE(detector::launchProcess(panel.installation.file(holderName),
                                         " " + std::to_string(panel.port) + " --for 30"));
     ASSERT_TRUE(eventually([this] {
         return heldport::portHolder(
@@ -258,19 +260,19 @@ TEST_F(WindowUpdateTest, RunWithThePortHeldShowsItInTheStatusAndTheTrayUntilTheN
     EXPECT_TRUE(panel.window().runCommand(1));
     ASSERT_TRUE(panel.waitUntilIdle());
     ASSERT_EQ(panel.boxes.boxes().size(), 1u);
-    EXPECT_NE(panel.boxes.boxes()[0].text.find(L"PortHolder.exe (process "), std::wstring::npos);
+    EXPECT_NE(panel.boxes.boxes()[0].text.find(utf8ToUtf16(holderName) + L" (process "),
+              std::wstring::npos);
     EXPECT_FALSE(panel.tick());
     const std::string port = std::to_string(panel.port);
     EXPECT_EQ(panel.widget(3)->shown(), "Port " + port + " is held");
     const std::string tip = panel.menu()->trayTip();
-    EXPECT_NE(tip.find("The server can't start: port " + port +
-                       " is held. It is held by "
-                       "PortHolder.exe (process "),
+    EXPECT_NE(tip.find("The server can't start: port " + port + " is held. It is held by " +
+                       holderName + " (process "),
               std::string::npos)
         << tip;
     EXPECT_TRUE(panel.menu()->balloons().empty());
 
-    for (const std::uint32_t pid : pidsNamed("PortHolder.exe")) {
+    for (const std::uint32_t pid : pidsNamed(holderName)) {
         detector::native::terminateProcess(pid);
     }
     ASSERT_TRUE(eventually([this] {
