@@ -244,10 +244,71 @@ void CorvaniteHost::startServer() {
     if (running) {
         return;
     }
+    {
+        const std::lock_guard<std::mutex> lock(heldPortLock);
+        heldPort_.reset();
+    }
+    // What is left of an earlier server of this folder (a worker that outlived its master) would
+    // hold the port against the new one.
+    endInstallationProcesses();
+    // Another program on the port: the server couldn't listen, and waiting for it is in vain.
+    if (reportHeldPort()) {
+        return;
+    }
     // A pid file without its process is stale, and a server started beside it could be taken
     // for a running one.
     filesys::deleteFile(installPathOf(pidFileName));
     controlServer(false);
+}
+
+std::optional<HeldPort> CorvaniteHost::heldPort() const {
+    const std::lock_guard<std::mutex> lock(heldPortLock);
+    return heldPort_;
+}
+
+bool CorvaniteHost::reportHeldPort() {
+    std::optional<std::uint32_t> configured;
+    try {
+        const std::vector<std::uint8_t> text = filesys::readFile(installPathOf("conf/nginx.conf"));
+        configured = heldport::configuredPort(
+            std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
+    } catch (const std::exception&) {
+        return false;
+    }
+    if (!configured) {
+        return false;
+    }
+    const heldport::PortFacts facts =
+        heldport::gatherPortFacts(*configured, installPathOf(hostFileName));
+    std::optional<heldport::Holder> holder = heldport::portHolder(facts, *configured);
+    if (!holder) {
+        return false;
+    }
+    // A holder that ended since the look-up has no name to give.
+    const bool named = holder->kind == heldport::HolderKind::program ||
+                       holder->kind == heldport::HolderKind::service;
+    if (named && !detector::processExists(holder->processId)) {
+        holder->kind = heldport::HolderKind::ended;
+        holder->name.clear();
+    }
+    {
+        const std::lock_guard<std::mutex> lock(heldPortLock);
+        heldPort_ = HeldPort{*configured, holder};
+    }
+    showMessageBox(productName, heldport::heldPortText(*configured, holder, "\n"),
+                   MessageBoxKind::error);
+    return true;
+}
+
+void CorvaniteHost::endInstallationProcesses() {
+    try {
+        for (const std::uint32_t pid :
+             heldport::installationProcesses(installPathOf(hostFileName))) {
+            detector::native::terminateProcess(pid);
+        }
+    } catch (const std::exception&) {
+        // A snapshot that can't be had leaves nothing to end.
+    }
 }
 
 void CorvaniteHost::stopServer() {
@@ -297,9 +358,16 @@ void CorvaniteHost::controlServer(bool stop) {
         }
         const bool reached = detector::waitUntil(stop ? stopTimeoutSeconds : startTimeoutSeconds,
                                                  serverReachedCheck(!stop));
-        // A start that doesn't complete isn't reported: the next refresh shows what is true.
-        if (!reached && stop) {
-            detector::killProcesses(hostFileName);
+        // A server that doesn't go is ended, and so is what it leaves behind (a worker that
+        // outlived its master): only the processes of this installation, never a program of the
+        // same name elsewhere.
+        if (stop) {
+            endInstallationProcesses();
+        }
+        // A start that doesn't complete is reported only when another program holds the port;
+        // otherwise the next refresh shows what is true.
+        if (!reached && !stop) {
+            reportHeldPort();
         }
     } catch (const std::exception& failure) {
         showMessageBox(productName, failure.what(), MessageBoxKind::error);

@@ -8,6 +8,14 @@
 #include <string>
 
 #include "host/detector/processes.h"
+#include "host/held_port.h"
+
+// A port that another program held when the server was to start, and who held it (none when the
+// holder ended before it could be named).
+struct HeldPort {
+    std::uint32_t port = 0;
+    std::optional<heldport::Holder> holder;
+};
 
 // The state of the server as one refresh found it; "-" stands for every value not known.
 struct ServerStatus {
@@ -67,6 +75,14 @@ public:
     // with it.
     void forgetConnection();
 
+    // The port that the last start found held by another program, until the next start.
+    std::optional<HeldPort> heldPort() const;
+
+    // Ends every process of this installation's server, whatever its parent: a master that
+    // ignored its stop, a worker that outlived its master. Processes of the same name run from
+    // another folder, or by another user, are left alone.
+    void endInstallationProcesses();
+
     // The cached address and port of the server's connection; empty when not known.
     std::string cachedAddress() const;
     std::string cachedPort() const;
@@ -80,6 +96,10 @@ private:
     bool lookForWorker(std::uint32_t masterPid);
     // Lets go of the worker and its connection. Called with cacheLock held.
     void dropWorker();
+
+    // Looks for another program on nginx.conf's port; when there is one, keeps it for the status
+    // and tells the user in a box naming it. True when the port is held.
+    bool reportHeldPort();
 
     // One start, stop or level change holding the host, from its beginning to its end.
     class Operation;
@@ -97,6 +117,9 @@ private:
     // tells a refresh that the connection is known.
     std::optional<detector::ProcessIdentity> worker;
     std::uint32_t workerMaster = 0;
+    // Guards heldPort_, which a start writes and the window's tick reads.
+    mutable std::mutex heldPortLock;
+    std::optional<HeldPort> heldPort_;
     // The object is made claimed: the constructor's start is its first operation.
     std::atomic<OperationState> operation{claimed};
 };

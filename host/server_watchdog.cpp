@@ -14,16 +14,20 @@ void ServerWatchdog::fell(std::int64_t now) {
     }
 }
 
+void ServerWatchdog::commandByUser() {
+    logOffset_ = serverfailure::errorLogSize();
+    if (policy_.failed()) {
+        policy_.clear();
+        cause_.reset();
+    }
+}
+
 bool ServerWatchdog::tick(bool running, bool wentDown, bool busy) {
     const std::int64_t now = clock_();
     if (busy) {
         if (!busy_ && !ownStart_) {
             // A command of the user's: Run first of all ends a failure, the user tries again.
-            logOffset_ = serverfailure::errorLogSize();
-            if (policy_.failed()) {
-                policy_.clear();
-                cause_.reset();
-            }
+            commandByUser();
         }
         busy_ = true;
         // A start counts from its end: one that waited long for its server isn't a long run.

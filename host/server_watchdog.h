@@ -20,6 +20,9 @@ public:
     // progress since; busy: a start, stop or level change runs, the watchdog's own or the
     // user's. True when a restart is to begin now; the caller starts the server then.
     bool tick(bool running, bool wentDown, bool busy);
+    // Run, Stop or a level change asked for by the user: a failure ends at once, the user tries
+    // again, and the server's lines from now on are its next start's.
+    void commandByUser();
     // Too many falls: no restart until the user's next command.
     bool failed() const { return policy_.failed(); }
     // The first alarming line of the error log since the last start; none when there was none.

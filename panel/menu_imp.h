@@ -51,6 +51,13 @@ public:
     // tooltip.
     virtual void updateTexts();
 
+    // What the tray icon's tooltip tells below the title (code page 1251): why the server failed
+    // or why it can't start; empty for nothing. The tooltip takes it at the next updateTexts.
+    void setNotice(std::string notice) { notice_ = std::move(notice); }
+    const std::string& notice() const { return notice_; }
+    // Says the text once in a balloon from the tray icon, beside its tooltip.
+    void announce(const std::string& text) { showBalloon(text); }
+
     // A copy of the first item with the id; "menu item not found" if none has it.
     MenuItem find(std::int32_t id) const;
     // addItem at a position of the model; the native menu is not touched.
@@ -62,10 +69,14 @@ protected:
     virtual void appendEntry(std::int32_t id, const std::string& text) = 0;
     virtual void modifyEntry(std::int32_t oldId, std::int32_t newId, const std::string& text) = 0;
     virtual void deleteEntry(std::int32_t id) = 0;
-    // Rebuilds the tray icon's tooltip (trayTipText) and shows it.
+    // Rebuilds the tray icon's tooltip (trayTipText, with the notice) and shows it.
     virtual void refreshTrayIcon() = 0;
+    // The platform's balloon from the tray icon, under the window's title; text in code page
+    // 1251.
+    virtual void showBalloon(const std::string& text) = 0;
 
 private:
+    std::string notice_;
     std::list<MenuItem> items_;
     ServerCommands serverCommands_;
 };

@@ -77,11 +77,31 @@ bool WindowImp::update() {
         runOnWorker(commandid::run);
     }
     const bool failed = watchdog_.failed() && !status.running;
-    widget(widgetid::statusLabel)
-        ->setText(failed ? panelMessages.text(panelmsg::failed) : statusText(status.running));
+    // A port that another program held at the last start is told until the next start.
+    const std::optional<HeldPort> held = status.running ? std::nullopt : getHost()->heldPort();
+    std::string state = statusText(status.running);
+    if (failed) {
+        state = panelMessages.text(panelmsg::failed);
+    } else if (held) {
+        state = panelMessages.format(panelmsg::portHeldStatus, std::to_string(held->port).c_str());
+    }
+    widget(widgetid::statusLabel)->setText(state);
     if (menu_) {
+        // The tray tells why the server failed, in its tooltip for as long as it lasts and once
+        // in a balloon; or which program holds its port.
+        std::string notice;
+        if (failed) {
+            notice = failureNotice(watchdog_.cause());
+        } else if (held) {
+            notice = heldport::heldPortText(held->port, held->holder, " ");
+        }
+        menu_->setNotice(notice);
+        if (failed && !failureAnnounced_) {
+            menu_->announce(notice);
+        }
         menu_->update();
     }
+    failureAnnounced_ = failed;
     widget(widgetid::runButton)->setEnabled(!busy() && !status.running);
     widget(widgetid::stopButton)->setEnabled(!busy() && status.running);
     if (menu_) {
@@ -105,6 +125,8 @@ void WindowImp::updateTexts() {
 
 bool WindowImp::runCommand(std::int32_t id) {
     if (isLongRunning(id)) {
+        // The user's Run ends a failure and starts at once; so does any other command of theirs.
+        watchdog_.commandByUser();
         runOnWorker(id);
         return true;
     }

@@ -115,6 +115,11 @@ public:
     // Hides and shows again the widgets of the tab, so that they repaint.
     void refreshTab(std::int32_t index);
     const std::vector<WidgetEntry>& widgets() const { return widgets_; }
+    // The clock of the watchdog's restart policy, milliseconds; the steady clock unless a test
+    // gives another one before the first tick.
+    void setWatchdogClock(ServerWatchdog::Clock clock) {
+        watchdog_ = ServerWatchdog(std::move(clock));
+    }
     PixelPair size() const { return size_; }
     std::string title() const { return title_; }
 
@@ -148,4 +153,6 @@ private:
     bool reportInProgress_ = false;
     // Decides at each tick whether a server that went down by itself is started again.
     ServerWatchdog watchdog_{steadyMilliseconds};
+    // The balloon of the present failure was shown; a failure is announced once.
+    bool failureAnnounced_ = false;
 };

@@ -23,6 +23,8 @@ constexpr MessageRow panelMessageRows[] = {
     {"CVCP-000009", "Запущен",    "Running", "Запущений"},
     {"CVCP-000010", "Остановлен", "Stopped", "Зупинений"},
     {"CVCP-000011", "Сбой",       "Failed",  "Збій"},
+    {"CVCP-000012", "Сервер постоянно останавливается, а журнал ошибок не указывает причину", "The server keeps stopping, and its error log doesn't say why", "Сервер постійно зупиняється, а журнал помилок не вказує причину"},
+    {"CVCP-000013", "Порт %1 занят", "Port %1 is held", "Порт %1 зайнятий"},
 
     {"CVCP-001001", "Панель управления Corvanite", "Corvanite Control Panel", "Панель управління Corvanite"},
 
@@ -89,6 +91,11 @@ constexpr MessageRow panelMessageRows[] = {
     {"CVCP-006103", "Ошибка очистки кэша",                                "Error of cache clear",                              "Помилка очищення кешу"},
     {"CVCP-006104", "Ошибка установки языка приложения",                  "Error of set application language locale",          "Помилка встановлення мови застосунку"},
     {"CVCP-006105", "Вы отключили автоматический выбор порта при запуске сервера.\nДля корректной работы укажите свободный порт в файле конфигурации и перезапустите сервер.", "You have disabled automatic port selection at server start.\nFor correct work, enter free port in the configuration file and restart server.", "Ви вимкнули автоматичний вибір порту під час запуску сервера.\nДля коректної роботи вкажіть вільний порт у файлі конфігурації та перезапустіть сервер."},
+    {"CVCP-006106", "Сервер не может запуститься: порт %1 занят.", "The server can't start: port %1 is held.", "Сервер не може запуститися: порт %1 зайнятий."},
+    {"CVCP-006107", "Порт занимает %1 (процесс %2).", "It is held by %1 (process %2).", "Порт займає %1 (процес %2)."},
+    {"CVCP-006108", "Порт занимает служба Windows \"%1\".", "It is held by the Windows service \"%1\".", "Порт займає служба Windows \"%1\"."},
+    {"CVCP-006109", "Порт занимает HTTP-служба Windows (http.sys).", "It is held by the Windows HTTP service (http.sys).", "Порт займає HTTP-служба Windows (http.sys)."},
+    {"CVCP-006110", "Порт зарезервирован Windows.", "It is reserved by Windows.", "Порт зарезервований Windows."},
 
     {"CVCP-007001", "Ошибка запуска почтового клиента", "Error launching the email-app", "Помилка запуску поштового клієнта"},
     {"CVCP-007002", "Почтовый клиент %1 не поддерживается для отправки сообщения в службу поддержки.\nВыберите другое приложение по умолчанию для электронной почты.", "%1 is not supported. Please change the default email application.", "Поштовий клієнт %1 не підтримується для відправки повідомлення у службу підтримки.\nОберіть інший застосунок за замовчанням для електронної пошти."},

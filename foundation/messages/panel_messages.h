@@ -16,6 +16,22 @@ inline constexpr const char stopped[] = "CVCP-000010"; // Stopped
 inline constexpr const char failed[] = "CVCP-000011";  // Failed
 inline constexpr const char reportBeingCollected[] =
     "CVCP-004103"; // %1: collecting the report for support
+
+// The server keeps stopping, and its error log doesn't say why
+inline constexpr const char failedWithoutCause[] = "CVCP-000012";
+// Port %1 is held
+inline constexpr const char portHeldStatus[] = "CVCP-000013";
+// The server can't start: port %1 is held.
+inline constexpr const char portHeld[] = "CVCP-006106";
+// It is held by %1 (process %2).
+inline constexpr const char portHeldByProgram[] = "CVCP-006107";
+// It is held by the Windows service "%1".
+inline constexpr const char portHeldByService[] = "CVCP-006108";
+// It is held by the Windows HTTP service (http.sys).
+inline constexpr const char portHeldByHttpService[] = "CVCP-006109";
+// It is reserved by Windows.
+inline constexpr const char portReserved[] = "CVCP-006110";
+
 inline constexpr const char hostVersionLabel[] = "CVCP-005001";    // Host application version:
 inline constexpr const char libraryVersionLabel[] = "CVCP-005002"; // Library version:
 inline constexpr const char portLabel[] = "CVCP-005004";           // Port:
@@ -92,6 +108,13 @@ inline constexpr const char* named[] = {run,
                                         stopped,
                                         reportBeingCollected,
                                         failed,
+                                        failedWithoutCause,
+                                        portHeldStatus,
+                                        portHeld,
+                                        portHeldByProgram,
+                                        portHeldByService,
+                                        portHeldByHttpService,
+                                        portReserved,
                                         hostVersionLabel,
                                         libraryVersionLabel,
                                         portLabel,

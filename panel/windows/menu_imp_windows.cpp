@@ -39,7 +39,7 @@ MenuImpWindows::~MenuImpWindows() {
 }
 
 bool MenuImpWindows::fillTooltip() {
-    const std::wstring tip = fromCp1251(trayTipText(layout.window().title));
+    const std::wstring tip = fromCp1251(trayTipText(layout.window().title, notice()));
     const std::size_t room = sizeof(notifyData.szTip) / sizeof(notifyData.szTip[0]);
     const std::wstring fitting = tip.substr(0, room - 1);
     if (fitting == notifyData.szTip) {
@@ -76,6 +76,32 @@ bool MenuImpWindows::addTrayIcon() {
 
 void MenuImpWindows::refreshTrayIcon() {
     showTrayIcon(false);
+}
+
+namespace {
+
+// Copies as much of the text as the field holds, with its terminator.
+template <std::size_t extent> void copyFitting(wchar_t (&field)[extent], const std::wstring& text) {
+    constexpr std::size_t room = sizeof(field) / sizeof(field[0]);
+    const std::size_t length = std::min(text.size(), room - 1);
+    std::wmemcpy(field, text.c_str(), length);
+    field[length] = L'\0';
+}
+
+} // namespace
+
+void MenuImpWindows::showBalloon(const std::string& text) {
+    // The balloon rides on one modify of the icon; the flag is taken back at once, so that the
+    // tooltip's later modifies don't show it again.
+    copyFitting(notifyData.szInfoTitle,
+                fromCp1251(panelMessages.text(layout.window().title.c_str())));
+    copyFitting(notifyData.szInfo, fromCp1251(text));
+    notifyData.dwInfoFlags = NIIF_ERROR;
+    notifyData.uFlags |= NIF_INFO;
+    Shell_NotifyIconW(NIM_MODIFY, &notifyData);
+    notifyData.uFlags &= ~static_cast<UINT>(NIF_INFO);
+    notifyData.szInfo[0] = L'\0';
+    notifyData.szInfoTitle[0] = L'\0';
 }
 
 void MenuImpWindows::restoreTrayIcon() {

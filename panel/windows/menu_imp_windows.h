@@ -44,6 +44,7 @@ protected:
     void modifyEntry(std::int32_t oldId, std::int32_t newId, const std::string& text) override;
     void deleteEntry(std::int32_t id) override;
     void refreshTrayIcon() override;
+    void showBalloon(const std::string& text) override;
 
 private:
     // Fills the tooltip from the window's title and the host's version; true when the icon was

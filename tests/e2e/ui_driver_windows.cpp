@@ -245,6 +245,60 @@ void removeTrayIcon(HWND window) {
     Shell_NotifyIconW(NIM_DELETE, &icon);
 }
 
+namespace {
+
+// The texts of the tools of a tooltip window of another process: the tool record and its text
+// buffer must lie in that process.
+void appendToolTexts(HWND tooltip, std::vector<std::wstring>& texts) {
+    DWORD processId = 0;
+    GetWindowThreadProcessId(tooltip, &processId);
+    HANDLE process =
+        OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
+    if (process == nullptr) {
+        return;
+    }
+    constexpr std::size_t capacity = 512;
+    const std::size_t bytes = sizeof(TTTOOLINFOW) + capacity * sizeof(wchar_t);
+    auto* remote = static_cast<char*>(
+        VirtualAllocEx(process, nullptr, bytes, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    if (remote != nullptr) {
+        const auto tools = sendBounded(tooltip, TTM_GETTOOLCOUNT, 0, 0);
+        for (LRESULT index = 0; index < tools; ++index) {
+            TTTOOLINFOW tool{};
+            tool.cbSize = sizeof(tool);
+            tool.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TTTOOLINFOW));
+            wchar_t buffer[capacity] = {};
+            WriteProcessMemory(process, remote, &tool, sizeof(tool), nullptr);
+            WriteProcessMemory(process, remote + sizeof(TTTOOLINFOW), buffer, sizeof(buffer),
+                               nullptr);
+            if (sendBounded(tooltip, TTM_ENUMTOOLSW, static_cast<WPARAM>(index),
+                            reinterpret_cast<LPARAM>(remote)) != 0) {
+                ReadProcessMemory(process, remote + sizeof(TTTOOLINFOW), buffer, sizeof(buffer),
+                                  nullptr);
+                buffer[capacity - 1] = L'\0';
+                texts.emplace_back(buffer);
+            }
+        }
+        VirtualFreeEx(process, remote, 0, MEM_RELEASE);
+    }
+    CloseHandle(process);
+}
+
+BOOL CALLBACK collectTrayTips(HWND window, LPARAM texts) {
+    if (className(window) == TOOLTIPS_CLASSW) {
+        appendToolTexts(window, *reinterpret_cast<std::vector<std::wstring>*>(texts));
+    }
+    return TRUE;
+}
+
+} // namespace
+
+std::vector<std::wstring> trayTips() {
+    std::vector<std::wstring> texts;
+    EnumWindows(collectTrayTips, reinterpret_cast<LPARAM>(&texts));
+    return texts;
+}
+
 void announceTaskbarCreated(HWND window) {
     SendMessageW(window, RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
 }

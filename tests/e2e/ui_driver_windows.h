@@ -69,6 +69,9 @@ bool pressKey(HWND window, WORD key);
 bool trayIconShown(HWND window);
 void removeTrayIcon(HWND window);
 void announceTaskbarCreated(HWND window);
+// The tips that the shell's tray keeps for its icons, read from the shell's own tooltips: what
+// the user sees on pointing at an icon.
+std::vector<std::wstring> trayTips();
 
 // A message box of the process: its caption and text, and OK pressed.
 struct MessageBoxSeen {

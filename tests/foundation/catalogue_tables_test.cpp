@@ -19,7 +19,7 @@ struct CatalogueInfo {
 };
 
 const CatalogueInfo catalogues[] = {
-    {"panelMessages", &panelMessages, 86},
+    {"panelMessages", &panelMessages, 93},
     {"commonMessages", &commonMessages, 18},
     {"serviceMessages", &serviceMessages, 82},
     {"zipMessages", &zipMessages, 2},
@@ -48,6 +48,8 @@ const EnglishRow englishRows[] = {
     {&panelMessages, "CVCP-000009", "Running"},
     {&panelMessages, "CVCP-000010", "Stopped"},
     {&panelMessages, "CVCP-000011", "Failed"},
+    {&panelMessages, "CVCP-000012", "The server keeps stopping, and its error log doesn't say why"},
+    {&panelMessages, "CVCP-000013", "Port %1 is held"},
     {&panelMessages, "CVCP-001001", "Corvanite Control Panel"},
     {&panelMessages, "CVCP-002001", "Management"},
     {&panelMessages, "CVCP-002002", "Settings"},
@@ -108,6 +110,11 @@ const EnglishRow englishRows[] = {
     {&panelMessages, "CVCP-006103", "Error of cache clear"},
     {&panelMessages, "CVCP-006104", "Error of set application language locale"},
     {&panelMessages, "CVCP-006105", "You have disabled automatic port selection at server start.\nFor correct work, enter free port in the configuration file and restart server."},
+    {&panelMessages, "CVCP-006106", "The server can't start: port %1 is held."},
+    {&panelMessages, "CVCP-006107", "It is held by %1 (process %2)."},
+    {&panelMessages, "CVCP-006108", "It is held by the Windows service \"%1\"."},
+    {&panelMessages, "CVCP-006109", "It is held by the Windows HTTP service (http.sys)."},
+    {&panelMessages, "CVCP-006110", "It is reserved by Windows."},
     {&panelMessages, "CVCP-007001", "Error launching the email-app"},
     {&panelMessages, "CVCP-007002", "%1 is not supported. Please change the default email application."},
     {&panelMessages, "CVCP-008001", "Install path: "},
@@ -377,7 +384,7 @@ TEST(CatalogueTables, EveryNamedIdExists) {
                 << row.id << " language " << language;
         }
     }
-    EXPECT_EQ(std::size(englishRows), 86u + 18u + 82u + 2u);
+    EXPECT_EQ(std::size(englishRows), 93u + 18u + 82u + 2u);
 }
 
 TEST(CatalogueTables, EnglishWordsAsTheProductShipsThem) {

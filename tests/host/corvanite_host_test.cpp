@@ -17,6 +17,7 @@
 #include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
 #include "host/detector/tcp_connections.h"
+#include "host/held_port.h"
 #include "host/host_facts.h"
 #include "host/host_files.h"
 #include "host/log_level.h"
@@ -447,6 +448,50 @@ TEST_F(HostModel, StopEndsTheServerByItself) {
     expectStoppedStatus(host->serverStatus());
     EXPECT_FALSE(host->busy());
     EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, StopLeavesNoWorkerThatOutlivedItsMaster) {
+    port = hostModelFreePort();
+    installation.makeServerInstallation(port);
+    installation.writeText("host_double.cfg", "orphan_worker\n");
+    makeHost();
+    const std::uint32_t master = readServerPid();
+    const std::uint32_t worker = detector::childProcessId(master, hostFileName);
+    ASSERT_NE(worker, 0u);
+    host->stopServer();
+    EXPECT_TRUE(eventually([master] { return !detector::processExists(master); }));
+    EXPECT_TRUE(eventually([worker] { return !detector::processExists(worker); }));
+    EXPECT_TRUE(heldport::installationProcesses(installPathOf(hostFileName)).empty());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostModel, ThePortHeldByAnotherProgramIsToldAndNothingIsStarted) {
+    port = hostModelFreePort();
+    installation.makeServerInstallation(port);
+    // A name of its own: only this test's holder is ended at its end.
+    const std::string holderName = uniqueExecutableName("PortHolder");
+    installation.copyTool("PortHolder.exe", holderName);
+    makeHost();
+    host->stopServer();
+    ASSERT_TRUE(detector::launchProcess(installation.file(holderName),
+                                        " " + std::to_string(port) + " --for 30"));
+    ASSERT_TRUE(eventually([this] {
+        return heldport::portHolder(heldport::gatherPortFacts(port, installPathOf(hostFileName)),
+                                    port)
+            .has_value();
+    }));
+    const auto start = std::chrono::steady_clock::now();
+    host->startServer();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+    EXPECT_FALSE(isServerRunning());
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_NE(box(0).find(L"port " + std::to_wstring(port) + L" is held"), std::wstring::npos);
+    EXPECT_NE(box(0).find(utf8ToUtf16(holderName) + L" (process "), std::wstring::npos) << box(0);
+    ASSERT_TRUE(host->heldPort().has_value());
+    EXPECT_EQ(host->heldPort()->port, port);
+    for (const std::uint32_t pid : pidsNamed(holderName)) {
+        detector::native::terminateProcess(pid);
+    }
 }
 
 TEST_F(HostModel, StopOfAStoppedServerDoesNothing) {

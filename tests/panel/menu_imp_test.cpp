@@ -57,6 +57,25 @@ TEST_F(MenuImpTest, AddItemAppendsToTheModelAndTheNativeMenuWithTheCatalogueWord
     EXPECT_EQ(menu.entries()[1].text, "Exit");
 }
 
+TEST_F(MenuImpTest, TheNoticeJoinsTheTooltipAtTheNextRefreshAndLeavesItWhenCleared) {
+    menu.addItem(item("CVCP-003001", 4));
+    menu.updateTexts();
+    const std::string plain = menu.trayTip();
+    menu.setNotice("port 8888 is held");
+    EXPECT_EQ(menu.trayTip(), plain);
+    menu.updateTexts();
+    EXPECT_EQ(menu.trayTip(), trayTipText("CVCP-001001") + "\nport 8888 is held");
+    menu.setNotice("");
+    menu.updateTexts();
+    EXPECT_EQ(menu.trayTip(), trayTipText("CVCP-001001"));
+    EXPECT_TRUE(menu.balloons().empty());
+}
+
+TEST_F(MenuImpTest, AnAnnouncementIsOneBalloon) {
+    menu.announce("the server failed");
+    EXPECT_EQ(menu.balloons(), (std::vector<std::string>{"the server failed"}));
+}
+
 TEST_F(MenuImpTest, TwoItemsWithTheSameIdAreBothAddedAndTheFirstIsFoundAndRun) {
     const auto first = std::make_shared<CountingCommand>(4);
     const auto second = std::make_shared<CountingCommand>(4);

@@ -14,10 +14,13 @@
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/corvanite_host.h"
+#include "host/detector/launch_process.h"
 #include "host/detector/processes.h"
+#include "host/held_port.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
 #include "panel/tooltip_base.h"
+#include "panel/tray_tip.h"
 #include "panel/window_imp.h"
 #include "tests/support/foundation/temp_folder.h"
 #include "tests/support/host/host_double.h"
@@ -190,6 +193,101 @@ TEST_F(WindowUpdateTest, AFailedRestartByTheWatchdogIsShownAndThePanelGoesOn) {
     EXPECT_FALSE(panel.tick());
     EXPECT_TRUE(panel.widget(7)->isEnabled());
     EXPECT_FALSE(panel.widget(8)->isEnabled());
+}
+
+// A server that falls right after each start: the watchdog gives up, the status reads Failed, the
+// tray's tooltip gives the line of the error log, one balloon says it, and Run starts at once.
+TEST_F(WindowUpdateTest, AServerThatKeepsFallingEndsFailedWithTheLogsLineInTheTray) {
+    ASSERT_TRUE(showsARunningServer());
+    std::atomic<std::int64_t> now{50'000'000};
+    panel.window().setWatchdogClock([&now] { return now.load(); });
+    panel.installation.writeText("host_double.cfg", "emerg_after=200\n");
+    panel.killServer();
+    int ticks = 0;
+    while (panel.widget(3)->shown() != "Failed" && ticks < 200) {
+        panel.tick();
+        ASSERT_TRUE(panel.waitUntilIdle());
+        now += 1000;
+        ++ticks;
+    }
+    ASSERT_EQ(panel.widget(3)->shown(), "Failed");
+    const std::string planted = "the host double failed on purpose after 200 ms";
+    const std::string tip = panel.menu()->trayTip();
+    EXPECT_EQ(tip.rfind(trayTipText("CVCP-001001") + "\n", 0), 0u) << tip;
+    EXPECT_NE(tip.find("[emerg]"), std::string::npos) << tip;
+    EXPECT_NE(tip.find(planted), std::string::npos) << tip;
+    ASSERT_EQ(panel.menu()->balloons().size(), 1u);
+    EXPECT_EQ(panel.menu()->balloons()[0], panel.menu()->notice());
+    // Failed it stays, and it is said once.
+    for (int i = 0; i < 5; ++i) {
+        now += 60'000;
+        EXPECT_FALSE(panel.tick());
+        EXPECT_FALSE(commandInProgress.load());
+    }
+    EXPECT_EQ(panel.widget(3)->shown(), "Failed");
+    EXPECT_EQ(panel.menu()->balloons().size(), 1u);
+    EXPECT_TRUE(panel.boxes.boxes().empty());
+
+    // The configuration mended, Run starts at once and the tray forgets the failure.
+    panel.installation.remove("host_double.cfg");
+    EXPECT_TRUE(panel.window().runCommand(1));
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_TRUE(panel.waitForServer(true));
+    EXPECT_TRUE(panel.tick());
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_EQ(panel.menu()->trayTip(), trayTipText("CVCP-001001"));
+    EXPECT_EQ(panel.menu()->balloons().size(), 1u);
+}
+
+// Another program on the server's port: Run tells it in a box at once, and the status and the
+// tray's tooltip say so until the next start.
+TEST_F(WindowUpdateTest, RunWithThePortHeldShowsItInTheStatusAndTheTrayUntilTheNextStart) {
+    panel.makeHost();
+    getHost()->stopServer();
+    panel.build();
+    panel.widget(8)->setEnabled(false);
+    panel.tick();
+    // A name of its own: only this test's holder is ended at its end.
+    const std::string holderName = uniqueExecutableName("PortHolder");
+    panel.installation.copyTool("PortHolder.exe", holderName);
+    ASSERT_TRUE(detector::launchProcess(panel.installation.file(holderName),
+                                        " " + std::to_string(panel.port) + " --for 30"));
+    ASSERT_TRUE(eventually([this] {
+        return heldport::portHolder(
+                   heldport::gatherPortFacts(panel.port, installPathOf("CorvaniteHost.exe")),
+                   panel.port)
+            .has_value();
+    }));
+    EXPECT_TRUE(panel.window().runCommand(1));
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_EQ(panel.boxes.boxes().size(), 1u);
+    EXPECT_NE(panel.boxes.boxes()[0].text.find(utf8ToUtf16(holderName) + L" (process "),
+              std::wstring::npos);
+    EXPECT_FALSE(panel.tick());
+    const std::string port = std::to_string(panel.port);
+    EXPECT_EQ(panel.widget(3)->shown(), "Port " + port + " is held");
+    const std::string tip = panel.menu()->trayTip();
+    EXPECT_NE(tip.find("The server can't start: port " + port + " is held. It is held by " +
+                       holderName + " (process "),
+              std::string::npos)
+        << tip;
+    EXPECT_TRUE(panel.menu()->balloons().empty());
+
+    for (const std::uint32_t pid : pidsNamed(holderName)) {
+        detector::native::terminateProcess(pid);
+    }
+    ASSERT_TRUE(eventually([this] {
+        return !heldport::portHolder(
+                    heldport::gatherPortFacts(panel.port, installPathOf("CorvaniteHost.exe")),
+                    panel.port)
+                    .has_value();
+    }));
+    EXPECT_TRUE(panel.window().runCommand(1));
+    ASSERT_TRUE(panel.waitUntilIdle());
+    ASSERT_TRUE(panel.waitForServer(true));
+    EXPECT_TRUE(panel.tick());
+    EXPECT_EQ(panel.widget(3)->shown(), "Running");
+    EXPECT_EQ(panel.menu()->trayTip(), trayTipText("CVCP-001001"));
 }
 
 TEST_F(WindowUpdateTest, RefreshesOfTheTimerAndOfAReportMeetTheWatchdogsRestartSafely) {

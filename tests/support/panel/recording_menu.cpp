@@ -57,7 +57,12 @@ void RecordingMenu::deleteEntry(std::int32_t id) {
 
 void RecordingMenu::refreshTrayIcon() {
     calls_.push_back("refreshTrayIcon");
-    trayTip_ = trayTipText(titleId_);
+    trayTip_ = trayTipText(titleId_, notice());
+}
+
+void RecordingMenu::showBalloon(const std::string& text) {
+    calls_.push_back("showBalloon " + cp1251ToUtf8(text));
+    balloons_.push_back(text);
 }
 
 RecordingMenu::Entry* RecordingMenu::entryFor(std::int32_t id) {

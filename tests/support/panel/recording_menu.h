@@ -27,6 +27,8 @@ public:
     const Entry* entry(std::int32_t id) const;
     const std::string& trayTip() const { return trayTip_; }
     int popups() const { return popups_; }
+    // The texts of the balloons shown, in order (code page 1251).
+    const std::vector<std::string>& balloons() const { return balloons_; }
     const std::vector<std::string>& calls() const { return calls_; }
 
 protected:
@@ -34,6 +36,7 @@ protected:
     void modifyEntry(std::int32_t oldId, std::int32_t newId, const std::string& text) override;
     void deleteEntry(std::int32_t id) override;
     void refreshTrayIcon() override;
+    void showBalloon(const std::string& text) override;
 
 private:
     Entry* entryFor(std::int32_t id);
@@ -42,5 +45,6 @@ private:
     std::vector<Entry> entries_;
     std::string trayTip_;
     int popups_ = 0;
+    std::vector<std::string> balloons_;
     std::vector<std::string> calls_;
 };
