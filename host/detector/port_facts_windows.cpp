@@ -12,18 +12,17 @@
 
 #include "foundation/exceptions.h"
 #include "foundation/text.h"
+#include "host/detector/tcp_table_windows.h"
 
 namespace detector::native {
 
 std::vector<TcpTableRow> readTcp6Table() {
     DWORD size = 0;
-    if (GetExtendedTcpTable(nullptr, &size, TRUE, AF_INET6, TCP_TABLE_OWNER_PID_ALL, 0) !=
-        ERROR_INSUFFICIENT_BUFFER) {
+    if (readExtendedTcpTable(nullptr, size, AF_INET6) != ERROR_INSUFFICIENT_BUFFER) {
         throw InternalError();
     }
     std::vector<unsigned char> block(size);
-    if (GetExtendedTcpTable(block.data(), &size, TRUE, AF_INET6, TCP_TABLE_OWNER_PID_ALL, 0) !=
-        NO_ERROR) {
+    if (readExtendedTcpTable(block.data(), size, AF_INET6) != NO_ERROR) {
         throw InternalError();
     }
     const auto* table = reinterpret_cast<const MIB_TCP6TABLE_OWNER_PID*>(block.data());

@@ -10,6 +10,7 @@
 
 #include "foundation/exceptions.h"
 #include "foundation/system_library_windows.h"
+#include "host/detector/tcp_table_windows.h"
 
 namespace detector::native {
 
@@ -24,15 +25,19 @@ struct BlockHolder {
 using TableFunction = DWORD(WINAPI*)(PVOID, PDWORD, BOOL, ULONG, TCP_TABLE_CLASS, ULONG);
 
 DWORD readTable(void* block, DWORD& size) {
+    return readExtendedTcpTable(block, size, AF_INET);
+}
+
+} // namespace
+
+DWORD readExtendedTcpTable(void* block, DWORD& size, ULONG family) {
     static const auto read =
         systemFunctionAs<TableFunction>(L"iphlpapi.dll", "GetExtendedTcpTable");
     if (read == nullptr) {
         return ERROR_NOT_SUPPORTED;
     }
-    return read(block, &size, TRUE, AF_INET, TCP_TABLE_OWNER_PID_ALL, 0);
+    return read(block, &size, TRUE, family, TCP_TABLE_OWNER_PID_ALL, 0);
 }
-
-} // namespace
 
 std::vector<TcpTableRow> readTcpTable() {
     DWORD size = 0;
