@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <cstdint>
 #include <thread>
 
 namespace ui {
@@ -249,32 +250,71 @@ namespace {
 
 // The texts of the tools of a tooltip window of another process: the tool record and its text
 // buffer must lie in that process.
+// TTTOOLINFOW as a 64-bit process lays it out, for a 32-bit driver that asks the 64-bit shell.
+struct ToolInfo64 {
+    UINT cbSize;
+    UINT uFlags;
+    std::uint64_t hwnd;
+    std::uint64_t uId;
+    RECT rect;
+    std::uint64_t hinst;
+    std::uint64_t lpszText;
+    std::uint64_t lParam;
+    std::uint64_t lpReserved;
+};
+static_assert(sizeof(ToolInfo64) == 72);
+
+// Whether the process is a 64-bit one while this driver runs in 32 bits.
+bool widerThanThisProcess(HANDLE process) {
+    BOOL selfEmulated = FALSE;
+    BOOL otherEmulated = FALSE;
+    return sizeof(void*) == 4 && IsWow64Process(GetCurrentProcess(), &selfEmulated) &&
+           selfEmulated && IsWow64Process(process, &otherEmulated) && !otherEmulated;
+}
+
+// The tool's description, the form the tooltip's process expects, at `remote` in that process.
+std::vector<char> toolInfoFor(bool wide, char* remote, std::size_t textOffset) {
+    const auto text = reinterpret_cast<std::uintptr_t>(remote) + textOffset;
+    if (wide) {
+        ToolInfo64 tool{};
+        tool.cbSize = sizeof(tool);
+        tool.lpszText = text;
+        const auto* bytes = reinterpret_cast<const char*>(&tool);
+        return {bytes, bytes + sizeof(tool)};
+    }
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.lpszText = reinterpret_cast<wchar_t*>(text);
+    const auto* bytes = reinterpret_cast<const char*>(&tool);
+    return {bytes, bytes + sizeof(tool)};
+}
+
 void appendToolTexts(HWND tooltip, std::vector<std::wstring>& texts) {
     DWORD processId = 0;
     GetWindowThreadProcessId(tooltip, &processId);
-    HANDLE process =
-        OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
+    HANDLE process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE |
+                                     PROCESS_QUERY_LIMITED_INFORMATION,
+                                 FALSE, processId);
     if (process == nullptr) {
         return;
     }
+    // The shell may be a 64-bit process: its tooltips read the 64-bit form of the description.
+    const bool wide = widerThanThisProcess(process);
     constexpr std::size_t capacity = 512;
-    const std::size_t bytes = sizeof(TTTOOLINFOW) + capacity * sizeof(wchar_t);
+    constexpr std::size_t textOffset = sizeof(ToolInfo64);
+    const std::size_t bytes = textOffset + capacity * sizeof(wchar_t);
     auto* remote = static_cast<char*>(
         VirtualAllocEx(process, nullptr, bytes, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     if (remote != nullptr) {
         const auto tools = sendBounded(tooltip, TTM_GETTOOLCOUNT, 0, 0);
+        const std::vector<char> tool = toolInfoFor(wide, remote, textOffset);
         for (LRESULT index = 0; index < tools; ++index) {
-            TTTOOLINFOW tool{};
-            tool.cbSize = sizeof(tool);
-            tool.lpszText = reinterpret_cast<wchar_t*>(remote + sizeof(TTTOOLINFOW));
             wchar_t buffer[capacity] = {};
-            WriteProcessMemory(process, remote, &tool, sizeof(tool), nullptr);
-            WriteProcessMemory(process, remote + sizeof(TTTOOLINFOW), buffer, sizeof(buffer),
-                               nullptr);
+            WriteProcessMemory(process, remote, tool.data(), tool.size(), nullptr);
+            WriteProcessMemory(process, remote + textOffset, buffer, sizeof(buffer), nullptr);
             if (sendBounded(tooltip, TTM_ENUMTOOLSW, static_cast<WPARAM>(index),
                             reinterpret_cast<LPARAM>(remote)) != 0) {
-                ReadProcessMemory(process, remote + sizeof(TTTOOLINFOW), buffer, sizeof(buffer),
-                                  nullptr);
+                ReadProcessMemory(process, remote + textOffset, buffer, sizeof(buffer), nullptr);
                 buffer[capacity - 1] = L'\0';
                 texts.emplace_back(buffer);
             }
