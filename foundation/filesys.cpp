@@ -3,7 +3,9 @@
 #include "foundation/exceptions.h"
 #include "foundation/message_catalogue.h"
 
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 
 namespace filesys {
 
@@ -14,6 +16,12 @@ constexpr const char* separators = "/\\";
 constexpr int localAppDataCsidl = 0x1C;
 constexpr int programFilesCsidl = 0x26;
 constexpr int profileCsidl = 0x28;
+
+// A file that another program holds open without letting it be deleted (a virus scanner, a reader
+// of the server's configuration) can't be moved over until it is let go: the move is tried as
+// often, and as far apart, as the server's configuration is read.
+constexpr int moveTries = 4;
+constexpr auto moveRetryDelay = std::chrono::milliseconds(500);
 
 bool wanted(const native::FolderEntry& entry, bool files, bool folders) {
     return entry.isFolder ? folders : files;
@@ -138,9 +146,12 @@ void writeSideFile(std::string_view path, const std::vector<std::uint8_t>& bytes
 
 void moveSideFileOver(std::string_view path) {
     const std::string side = sideFileOf(path);
-    if (!native::moveOver(side, path)) {
-        native::removeFile(side);
-        throw WriteFileError(path);
+    for (int attempt = 1; !native::moveOver(side, path); ++attempt) {
+        if (attempt == moveTries) {
+            native::removeFile(side);
+            throw WriteFileError(path);
+        }
+        std::this_thread::sleep_for(moveRetryDelay);
     }
 }
 

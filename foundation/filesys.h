@@ -45,7 +45,8 @@ template <typename Iterator> void writeFile(std::string_view path, Iterator begi
 
 // Replaces the file whole: the bytes go to its side file in the same folder, are flushed to the
 // disk, and the side file then takes the file's place in one move. The old file stays whole until
-// the new one is; a failure at any step is WriteFileError and leaves no side file behind.
+// the new one is; a failure at any step is WriteFileError and leaves no side file behind. A file
+// held open by another program is tried again for a second and a half before the move fails.
 void replaceFile(std::string_view path, const std::vector<std::uint8_t>& bytes);
 // The two halves of replaceFile. The side file is the path with ".new" behind it: a side file
 // left by a process that ended between the halves is overwritten by the next replacement.

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "foundation/exceptions.h"
 #include "foundation/text.h"
 #include "tests/support/foundation/temp_folder.h"
+
+#include <chrono>
+#include <thread>
 
 #include <windows.h>
 
@@ -17,6 +21,12 @@ std::string folderOf(int csidl) {
     wchar_t folder[MAX_PATH] = {};
     SHGetFolderPathW(nullptr, csidl, nullptr, 0, folder);
     return utf16ToUtf8(folder);
+}
+
+// Opens the file as most readers do: others may read and write it, but not delete or replace it.
+HANDLE holdWithoutDeleteSharing(const std::string& file) {
+    return CreateFileW(utf8ToUtf16(file).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 } // namespace
@@ -34,6 +44,35 @@ TEST(FileSystemWindows, FileHeldOpenWithSharingCanBeReadAndRewritten) {
     EXPECT_NO_THROW(filesys::writeFile(file, Bytes{'c'}));
     CloseHandle(held);
     EXPECT_EQ(filesys::readFile(file), (Bytes{'c'}));
+}
+
+// A reader that lets the file go within the retries doesn't cost the user their change.
+TEST(FileSystemWindows, FileHeldWithoutDeleteSharingIsReplacedOnceItIsLetGo) {
+    const TempFolder folder;
+    const std::string file = folder.file("nginx.conf");
+    filesys::writeFile(file, Bytes{'o', 'l', 'd'});
+    const HANDLE held = holdWithoutDeleteSharing(file);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    std::thread reader([held] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(700));
+        CloseHandle(held);
+    });
+    EXPECT_NO_THROW(filesys::replaceFile(file, Bytes{'n', 'e', 'w'}));
+    reader.join();
+    EXPECT_EQ(filesys::readFile(file), (Bytes{'n', 'e', 'w'}));
+    EXPECT_FALSE(filesys::exists(filesys::sideFileOf(file).c_str()));
+}
+
+TEST(FileSystemWindows, FileHeldThroughEveryRetryFailsAndStaysWhole) {
+    const TempFolder folder;
+    const std::string file = folder.file("nginx.conf");
+    filesys::writeFile(file, Bytes{'o', 'l', 'd'});
+    const HANDLE held = holdWithoutDeleteSharing(file);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    EXPECT_THROW(filesys::replaceFile(file, Bytes{'n', 'e', 'w'}), filesys::WriteFileError);
+    CloseHandle(held);
+    EXPECT_EQ(filesys::readFile(file), (Bytes{'o', 'l', 'd'}));
+    EXPECT_FALSE(filesys::exists(filesys::sideFileOf(file).c_str()));
 }
 
 TEST(FileSystemWindows, ProgramFilesIsTheFolderThe32BitProgramSees) {
