@@ -120,7 +120,8 @@ headers() { nice -n 19 make -C "$TREE/include" -j"$JOBS" -s; }
 # DLLs, the programs of a Wine session, the DLLs the panel and its tests use, the management service
 # (WMI) that the system facts ask; loader, server, fonts. atl100 holds the registrar through which
 # every builtin COM module registers its classes while wineboot makes a prefix: without it the
-# prefix knows no class, and WMI's locator cannot be created.
+# prefix knows no class, and WMI's locator cannot be created. winedbg is the crash reporter, as in
+# the 64-bit Wine: without it a 32-bit program that crashes just ends, and its crash goes unseen.
 build_minimal() {
     local roots="ntdll wow64 wow64win wow64cpu kernel32 kernelbase user32 win32u gdi32 winex11.drv
         imm32 uxtheme msvcrt ucrtbase advapi32 sechost rpcrt4 combase ole32 oleaut32 shell32
