@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Validates the layout file against its JSON Schema (draft 2020-12): the shipped file must pass, and
-each broken copy in check/broken that is a matter of the schema (types, missing keys) must fail.
+each broken layout of check/broken-cases.json that the schema rejects (schemaRejects: a wrong type,
+a missing key) must fail.
 
 usage: check-layout-schema.py <layout folder>
 """
@@ -10,9 +11,13 @@ import sys
 
 import jsonschema
 
+# The shared module is read from the source tree, which a test run leaves as it found it: no
+# __pycache__ beside the scripts.
+sys.dont_write_bytecode = True
+from layout_cases import PatchError, broken_cases  # noqa: E402
 
-def errors(validator: jsonschema.Draft202012Validator, path: pathlib.Path) -> list[str]:
-    document = json.loads(path.read_text(encoding="utf-8"))
+
+def errors(validator: jsonschema.Draft202012Validator, document) -> list[str]:
     return [f"/{'/'.join(str(part) for part in error.absolute_path)}: {error.message}"
             for error in validator.iter_errors(document)]
 
@@ -23,18 +28,21 @@ def main() -> int:
     jsonschema.Draft202012Validator.check_schema(schema)
     validator = jsonschema.Draft202012Validator(schema)
     failed = False
-    shipped = errors(validator, folder / "CVHControlPanel.json")
+    shipped = errors(validator,
+                     json.loads((folder / "CVHControlPanel.json").read_text(encoding="utf-8")))
     if shipped:
         failed = True
         print("CVHControlPanel.json is rejected:\n  " + "\n  ".join(shipped))
-    broken = folder / "check" / "broken"
-    expected = json.loads((broken / "expected.json").read_text(encoding="utf-8"))
-    matters = [name for name, facts in expected.items() if facts["schemaMatter"]]
-    for name in matters:
-        if not errors(validator, broken / name):
+    try:
+        matters = [case for case in broken_cases(folder) if case["schemaRejects"]]
+    except PatchError as failure:
+        print(f"broken-cases.json: {failure}")
+        return 1
+    for case in matters:
+        if not errors(validator, json.loads(case["contents"])):
             failed = True
-            print(f"{name} is accepted, but the schema should reject it")
-    print(f"shipped file and {len(matters)} broken copies: {'FAILED' if failed else 'as expected'}")
+            print(f"{case['name']} is accepted, but the schema should reject it")
+    print(f"shipped file and {len(matters)} broken layouts: {'FAILED' if failed else 'as expected'}")
     return 1 if failed else 0
 
 

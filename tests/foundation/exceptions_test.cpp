@@ -35,7 +35,8 @@ TEST_F(Exceptions, ReadFileErrorShowsCyrillicPathInCp1251) {
 TEST_F(Exceptions, LettersOutsideCp1251ShowAsQuestionMarksWhilePathStaysExact) {
     const std::string path = "C:/\xE4\xB8\xAD\xE6\x96\x87/a.txt"; // two Chinese letters
     const filesys::WriteFileError error(path);
-    EXPECT_EQ(std::string(error.what()), "Error writing file \"C:/?" "?/a.txt\"");
+    // "\?" keeps the two question marks and the slash from reading as a trigraph.
+    EXPECT_EQ(std::string(error.what()), "Error writing file \"C:/?\?/a.txt\"");
     EXPECT_EQ(error.path(), path);
 }
 

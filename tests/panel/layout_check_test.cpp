@@ -214,16 +214,31 @@ TEST_F(LayoutCheckTest, RefusedCommandIdsAreThoseTheApplicationRefuses) {
     }
 }
 
-// The broken copies that the command-line checker and the schema are tried on.
+// The broken layouts that the command-line checker and the schema are tried on: the shipped file
+// changed by each case's JSON Patch, or the case's raw text where no patch can make the file. Each
+// is read as a file, as the program and the checker read it.
 TEST_F(LayoutCheckTest, EachBrokenCopyOfTheTreeFailsAtItsExpectedPath) {
-    const std::string broken = std::string(CORVANITE_SOURCE_DIR) + "/layout/check/broken/";
-    std::ifstream stream(nativePath(broken + "expected.json"), std::ios::binary);
-    const json expected = json::parse(stream);
-    ASSERT_FALSE(expected.empty());
-    for (const auto& [name, facts] : expected.items()) {
-        std::string path = facts.at("path").get<std::string>();
+    const std::string casesPath =
+        std::string(CORVANITE_SOURCE_DIR) + "/layout/check/broken-cases.json";
+    std::ifstream stream(nativePath(casesPath), std::ios::binary);
+    const json cases = json::parse(stream).at("cases");
+    ASSERT_FALSE(cases.empty());
+    for (const json& brokenCase : cases) {
+        const std::string name = brokenCase.at("name").get<std::string>();
+        std::string text;
+        if (brokenCase.contains("text")) {
+            text = brokenCase.at("text").get<std::string>();
+        } else {
+            try {
+                text = shippedDocument().patch(brokenCase.at("patch")).dump(4);
+            } catch (const json::exception& failure) {
+                ADD_FAILURE() << name << ": the patch doesn't apply: " << failure.what();
+                continue;
+            }
+        }
+        std::string path = brokenCase.at("expectedPath").get<std::string>();
         path = path == "(document)" ? "" : path;
-        const std::vector<LayoutProblem> problems = checkLayoutFile(broken + name);
+        const std::vector<LayoutProblem> problems = checkLayoutFile(writeLayoutFile(folder, text));
         EXPECT_TRUE(found(problems, path, "")) << name << ": expected " << path << ", found\n"
                                                << listed(problems);
     }
