@@ -134,9 +134,20 @@ measure_starts() {
     echo "{\"server_running_ms\": [${running[*]}], \"server_starting_ms\": [${starting[*]}]}"
 }
 
+# Starts the installation's server as the panel would, and waits for its pid file.
+start_server() {
+    local installation=$1
+    (cd "$installation" && setsid "$CORVANITE_WINE" ./CorvaniteHost.exe </dev/null >/dev/null 2>&1 &)
+    for _ in $(seq 300); do
+        [ -s "$installation/nginx.pid" ] && break
+        sleep 0.1
+    done
+}
+
 # The shipped program's idle cost with the server running, as the user has it most of the day: in the
 # tray (started with --silent, as at log-on) and with its window open, beside the prefix alone and
-# Wine's Notepad; then its start to a visible window. Starts the server of the installation, which
+# Wine's Notepad; the server listens on all interfaces, as nginx's "listen N;" does, and then on the
+# loopback address alone; then its start to a visible window. Starts the server of the installation, which
 # must not run yet, and leaves it running. Prints a JSON list.
 measure_idle() {
     local tree=$1 installation=$2
@@ -147,11 +158,7 @@ measure_idle() {
     fi
     cp layout/CVHControlPanel.json "$tree/tools/Corvanite.dll" "$installation/"
     mkdir -p "$installation/tmp"
-    (cd "$installation" && setsid "$CORVANITE_WINE" ./CorvaniteHost.exe </dev/null >/dev/null 2>&1 &)
-    for _ in $(seq 300); do
-        [ -s "$installation/nginx.pid" ] && break
-        sleep 0.1
-    done
+    start_server "$installation"
     echo "["
     measure_baseline
     echo ","
@@ -160,6 +167,18 @@ measure_idle() {
     measure_panel "$installation" "$program" window
     echo ","
     measure_notepad "$installation"
+    echo ","
+    # The same server bound to the loopback address alone: its connection row names the address,
+    # which the panel looked up differently before it kept the worker.
+    stop_server "$installation" "$CORVANITE_WINE" >/dev/null
+    sed -i 's/listen \([ ]*\)\([0-9]\)/listen \1127.0.0.1:\2/' "$installation/conf/nginx.conf"
+    start_server "$installation"
+    measure_panel "$installation" "$program" tray_loopback --silent
+    echo ","
+    measure_panel "$installation" "$program" window_loopback
+    stop_server "$installation" "$CORVANITE_WINE" >/dev/null
+    sed -i 's/127\.0\.0\.1://' "$installation/conf/nginx.conf"
+    start_server "$installation"
     echo ","
     echo "{\"state\": \"start\", \"starts\": $(measure_starts "$installation" "$program" 10)}"
     echo "]"

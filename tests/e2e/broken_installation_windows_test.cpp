@@ -24,6 +24,21 @@ TEST_F(BrokenInstallation, MissingNginxConfShowsCVCP006018AndExitsWithOne) {
     EXPECT_FALSE(installation.serverRuns());
 }
 
+// The files of a folder whose path is longer than Windows' path limit can't be reached by name: the
+// program says that its files are missing, names nothing it can't reach, and ends.
+TEST_F(BrokenInstallation, APathPastTheSystemsLimitShowsCVCP006018AndExitsWithOne) {
+    const std::wstring tooLong = installation.folder() + L"\\" + std::wstring(MAX_PATH, L'a');
+    installation.pointPathAt(tooLong);
+    ProgramRun run;
+    const auto box = ui::waitForMessageBox(run.processId());
+    ASSERT_TRUE(box.has_value());
+    EXPECT_EQ(ui::findTopWindow(windowClass, run.processId()), nullptr);
+    EXPECT_EQ(box->text, words("CVCP-006018", English, "Corvanite"));
+    ui::answerMessageBox(run.processId());
+    EXPECT_EQ(run.waitForExit(), std::optional<DWORD>(1));
+    EXPECT_FALSE(installation.serverRuns());
+}
+
 TEST_F(BrokenInstallation, BrokenLayoutShowsCVCP006013AndExitsWithOne) {
     installation.writeFile(L"CVHControlPanel.json", "{\"window\": ");
     ProgramRun run;

@@ -87,6 +87,8 @@ public:
     // nginx.conf's listen line names the port alone, every interface as nginx reads it; this
     // makes it name loopback ("listen 127.0.0.1:N"), which gives the server an address to show.
     void listenOnLoopback() const;
+    // Makes the registry's "Path" name another folder than this one, until the installation ends.
+    void pointPathAt(const std::wstring& folder) const { path_.write(folder); }
 
     std::string readFile(const std::wstring& relative) const;
     void writeFile(const std::wstring& relative, const std::string& content) const;
