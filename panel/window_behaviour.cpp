@@ -15,7 +15,6 @@
 #include "panel/command_table.h"
 #include "panel/layout_ids.h"
 #include "panel/startup_state.h"
-#include "panel/tooltip_base.h"
 #include "panel/tray_tip.h"
 
 std::atomic<bool> commandInProgress{false};
@@ -38,7 +37,7 @@ bool WindowImp::update() {
     const ServerStatus status = getHost()->serverStatus();
     const auto link = widget(widgetid::addressLink);
     link->setText(addressLinkText(status.port));
-    link->setTooltipText(tooltipBase + utf8ToUtf16(status.port));
+    link->setTooltipText(serviceUrl(status.port));
     widget(widgetid::timeLabel)->setText(status.time);
     // Stop still enabled means that the server ran at the last tick with nothing in progress:
     // it went down by itself. The watchdog starts it again when its restart policy lets it, by
