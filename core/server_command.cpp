@@ -19,7 +19,7 @@ struct HostBinding {
 };
 
 // The member of the host that runs each id of the command table's host routes.
-constexpr std::array<HostBinding, 7> hostActions{{
+constexpr auto hostActions = std::to_array<HostBinding>({
     {commandid::run, &CorvaniteHost::startServer},
     {commandid::stop, &CorvaniteHost::stopServer},
     {commandid::openLogs, &CorvaniteHost::openLogs},
@@ -27,7 +27,7 @@ constexpr std::array<HostBinding, 7> hostActions{{
     {commandid::collectInformation, &CorvaniteHost::collectInformation},
     {commandid::reportProblem, &CorvaniteHost::reportProblem},
     {commandid::openServicePage, &CorvaniteHost::openServicePage},
-}};
+});
 
 constexpr bool isBound(std::int32_t id) {
     std::size_t count = 0;

@@ -63,7 +63,8 @@ struct CommandRow {
     const char* actionWord = nullptr;
 };
 
-inline constexpr std::array<CommandRow, 14> commandTable{{
+// Rows in the order of their ids.
+inline constexpr auto commandTable = std::to_array<CommandRow>({
     {.id = commandid::run,
      .route = CommandRoute::hostOperation,
      .carrier = widgetid::runButton,
@@ -94,7 +95,7 @@ inline constexpr std::array<CommandRow, 14> commandTable{{
     {.id = commandid::useUncPaths,
      .route = CommandRoute::carrierOnly,
      .carrier = widgetid::uncPathsBox},
-}};
+});
 
 // The row of the id; for an id that the table hasn't, a row that refuses it.
 constexpr CommandRow commandRow(std::int32_t id) {
