@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/server_command.h"
+#include "panel/command_table.h"
 #include "panel/layout_ids.h"
 #include "panel/simple_command.h"
 
@@ -14,35 +15,52 @@ Application::Application(std::shared_ptr<WindowImp> imp, const utils::AppDataMan
     buildMenu(layout);
 }
 
-std::shared_ptr<Command> Application::makeCommand(std::int32_t id) {
+namespace {
+
+// The behaviour of the ids that the command table leads to the window and to the application.
+
+SimpleCommand<Window>::Action windowAction(std::int32_t id) {
     switch (id) {
-    case commandid::none:
-        return nullptr;
-    case commandid::run:
-    case commandid::stop:
-    case commandid::openLogs:
-    case commandid::missingOperation:
-    case commandid::logLevel:
-    case commandid::collectInformation:
-    case commandid::reportProblem:
-    case commandid::openServicePage:
-        return makeServerCommand(id);
     case commandid::showWindow:
-        return std::make_shared<SimpleCommand<Window>>(id, window_,
-                                                       [](Window& window) { window.show(); });
+        return [](Window& window) { window.show(); };
     case commandid::hideWindow:
-        return std::make_shared<SimpleCommand<Window>>(id, window_,
-                                                       [](Window& window) { window.hide(); });
+        return [](Window& window) { window.hide(); };
+    default:
+        throw std::logic_error("no window action for the command id");
+    }
+}
+
+SimpleCommand<Application>::Action applicationAction(std::int32_t id) {
+    switch (id) {
     case commandid::quit:
-        return std::make_shared<SimpleCommand<Application>>(
-            id, *this, [](Application& application) { application.quit(); });
-    case commandid::portAutoselect:
-    case commandid::useUncPaths:
+        return [](Application& application) { application.quit(); };
+    default:
+        throw std::logic_error("no application action for the command id");
+    }
+}
+
+} // namespace
+
+std::shared_ptr<Command> Application::makeCommand(std::int32_t id) {
+    if (id == commandid::none) {
+        return nullptr;
+    }
+    switch (commandRoute(id)) {
+    case CommandRoute::hostOperation:
+    case CommandRoute::hostAction:
+    case CommandRoute::hostMissing:
+        return makeServerCommand(id);
+    case CommandRoute::window:
+        return std::make_shared<SimpleCommand<Window>>(id, window_, windowAction(id));
+    case CommandRoute::application:
+        return std::make_shared<SimpleCommand<Application>>(id, *this, applicationAction(id));
+    case CommandRoute::carrierOnly:
         // The window acts on these ids itself; the command only carries the id.
         return std::make_shared<SimpleCommand<Application>>(id, *this, nullptr);
-    default:
-        throw std::invalid_argument("invalid command id");
+    case CommandRoute::refused:
+        break;
     }
+    throw std::invalid_argument("invalid command id");
 }
 
 void Application::buildWidgets(const utils::AppDataManager& layout) {

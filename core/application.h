@@ -30,9 +30,11 @@ public:
 
     Window& window() { return window_; }
 
-    // The command of a layout id: 0 none (an empty pointer), 1-3 and 8-12 the host's, 4 show and
-    // 5 hide the window, 6 quit, 13 and 14 commands without an action that only carry the check
-    // boxes' ids. Any other id fails with std::invalid_argument "invalid command id".
+    // The command of a layout id, where its row of the command table (panel/command_table.h)
+    // leads: 0 none (an empty pointer); the host's ids, 8 among them, to makeServerCommand; 4 show
+    // and 5 hide the window, 6 quit; 13 and 14 commands without an action that only carry the
+    // check boxes' ids. An id that the table refuses or hasn't fails with std::invalid_argument
+    // "invalid command id".
     std::shared_ptr<Command> makeCommand(std::int32_t id);
 
 private:

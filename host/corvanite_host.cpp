@@ -382,7 +382,5 @@ void CorvaniteHost::openLogs() {
 }
 
 void CorvaniteHost::openServicePage() {
-    static const std::wstring serviceUrlPrefix = L"https://" + utf8ToUtf16(ServiceDomain) + L":";
-    const ServerStatus status = serverStatus();
-    shellOpenUrl(serviceUrlPrefix + utf8ToUtf16(status.port));
+    shellOpenUrl(serviceUrl(serverStatus().port));
 }

@@ -134,5 +134,10 @@ std::string uptimeText(std::uint64_t seconds);
 // The text of the address link: "<a>", the service domain, ":", the port, "</a>"; "-" for "-".
 std::string addressLinkText(const std::string& port);
 
+// The service page on the port: "https://", the service domain, ":", the port. The address link
+// opens it and shows it as its tooltip; with an empty port, it is the tooltip before the first
+// refresh.
+std::wstring serviceUrl(const std::string& port);
+
 // "Running" or "Stopped" in the user's language.
 std::string statusText(bool running);

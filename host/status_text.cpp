@@ -1,4 +1,5 @@
 #include "foundation/message_catalogue.h"
+#include "foundation/text.h"
 #include "host/corvanite_host.h"
 #include "host/host_facts.h"
 
@@ -36,6 +37,10 @@ std::string addressLinkText(const std::string& port) {
         return "-";
     }
     return "<a>" + ServiceDomain + ":" + port + "</a>";
+}
+
+std::wstring serviceUrl(const std::string& port) {
+    return L"https://" + utf8ToUtf16(ServiceDomain) + L":" + utf8ToUtf16(port);
 }
 
 std::string statusText(bool running) {

@@ -9,8 +9,8 @@
 
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
-#include "host/log_level.h"
 #include "panel/app_data_manager.h"
+#include "panel/command_table.h"
 #include "panel/layout_ids.h"
 #include "panel/layout_numbers.h"
 #include "panel/layout_stream.h"
@@ -58,38 +58,6 @@ const Section& sectionOf(WidgetKind kind) {
     return sections.back();
 }
 
-// The widgets that the program looks up by id (addressedWidgets), the kind it takes them for and
-// the entries of their list (0: any).
-struct RequiredWidget {
-    std::int32_t id;
-    WidgetKind kind;
-    const char* role;
-    std::size_t entries;
-};
-
-const std::array<RequiredWidget, addressedWidgets.size()> requiredWidgets{{
-    {widgetid::addressLink, WidgetKind::Syslink, "the server's address", 0},
-    {widgetid::statusLabel, WidgetKind::Label, "the server's state", 0},
-    {widgetid::timeLabel, WidgetKind::Label, "the operating time", 0},
-    {widgetid::runButton, WidgetKind::Button, "Run", 0},
-    {widgetid::stopButton, WidgetKind::Button, "Stop", 0},
-    {widgetid::tabPanel, WidgetKind::Tabpanel, "the tabs", 0},
-    {widgetid::languageBox, WidgetKind::Combobox, "the language", 3},
-    {widgetid::logLevelBox, WidgetKind::Combobox, "the log level", LogLevelTable.size()},
-    {widgetid::portAutoselectBox, WidgetKind::Checkbox, "port autoselection", 0},
-    {widgetid::uncPathsBox, WidgetKind::Checkbox, "UNC paths", 0},
-}};
-
-// The command that the worker or the settings expect of an addressed widget (none: any).
-std::int32_t requiredCommandOf(std::int32_t id) {
-    for (const AddressedWidget& each : addressedWidgets) {
-        if (each.id == id) {
-            return each.commandId;
-        }
-    }
-    return commandid::none;
-}
-
 struct RequiredItem {
     std::int32_t commandId;
     const char* name;
@@ -100,14 +68,13 @@ constexpr std::array<RequiredItem, 3> requiredMenuItems{
 
 constexpr std::array<const char*, 3> languageNames{"Russian", "English", "Ukrainian"};
 
-// The ids for which the application makes a command: 1 to 14 but 7, which it refuses, and 8,
-// which the host's maker refuses; 0 (no command) only where the widget may go without one.
+// The ids for which the application makes a command (the command table's); 0 (no command) only
+// where the widget may go without one.
 bool acceptedCommand(std::int32_t id, bool noneAllowed) {
     if (id == commandid::none) {
         return noneAllowed;
     }
-    return id > commandid::none && id <= commandid::last && id != commandid::refused &&
-           id != commandid::missingOperation;
+    return commandIsMade(id);
 }
 
 std::string typeProblem(const char* expected, const json& value) {
@@ -168,7 +135,7 @@ private:
     void checkCommand(WidgetFacts& facts, const json& element);
     void checkList(WidgetFacts& facts, const json& element, const char* key);
     void checkRequiredWidgets();
-    void checkRequiredWidget(const RequiredWidget& required);
+    void checkRequiredWidget(const AddressedWidget& required);
     void checkUniqueIds();
     void checkTabs();
     void checkPlaces(std::optional<PixelPair> clientSize);
@@ -353,13 +320,13 @@ void LayoutChecker::checkList(WidgetFacts& facts, const json& element, const cha
 }
 
 void LayoutChecker::checkRequiredWidgets() {
-    for (const RequiredWidget& required : requiredWidgets) {
+    for (const AddressedWidget& required : addressedWidgets) {
         checkRequiredWidget(required);
     }
 }
 
 // The program takes the first widget of an id, whatever its kind.
-void LayoutChecker::checkRequiredWidget(const RequiredWidget& required) {
+void LayoutChecker::checkRequiredWidget(const AddressedWidget& required) {
     const Section& expected = sectionOf(required.kind);
     const auto found = std::find_if(widgets.begin(), widgets.end(), [&](const WidgetFacts& each) {
         return each.id == required.id;
@@ -376,7 +343,7 @@ void LayoutChecker::checkRequiredWidget(const RequiredWidget& required) {
                                 " for the " + name);
         return;
     }
-    const std::int32_t command = requiredCommandOf(required.id);
+    const std::int32_t command = commandCarriedBy(required.id);
     if (command != commandid::none && found->commandId && *found->commandId != command) {
         report(found->path + "/commandId",
                "the " + name + " must carry command id " + std::to_string(command));

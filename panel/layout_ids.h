@@ -1,7 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <tuple>
+
+#include "host/log_level.h"
+#include "panel/widget_kind.h"
 
 // The ids of the layout file that the program addresses by name. Every other id of the file is
 // the file's own business.
@@ -28,8 +33,6 @@ constexpr std::int32_t openServicePage = 12;
 // The check boxes act on their own; their commands only carry these ids.
 constexpr std::int32_t portAutoselect = 13;
 constexpr std::int32_t useUncPaths = 14;
-// The highest id the application makes a command for.
-constexpr std::int32_t last = useUncPaths;
 
 } // namespace commandid
 
@@ -49,22 +52,26 @@ constexpr std::int32_t uncPathsBox = 15;
 
 } // namespace widgetid
 
-// A widget the program addresses, with the command that the layout must give it
-// (commandid::none: the program asks for no particular one).
+// A widget the program looks up by its id, the kind it takes it for, what it is for in the layout
+// checker's words and the entries of its list (0: any). The command that the layout must give it
+// is the one whose carrier it is (commandCarriedBy, panel/command_table.h).
 struct AddressedWidget {
     std::int32_t id;
-    std::int32_t commandId;
+    WidgetKind kind;
+    const char* role;
+    std::size_t entries;
 };
 
 constexpr std::array<AddressedWidget, 10> addressedWidgets{{
-    {widgetid::addressLink, commandid::none},
-    {widgetid::statusLabel, commandid::none},
-    {widgetid::timeLabel, commandid::none},
-    {widgetid::runButton, commandid::run},
-    {widgetid::stopButton, commandid::stop},
-    {widgetid::tabPanel, commandid::none},
-    {widgetid::languageBox, commandid::none},
-    {widgetid::logLevelBox, commandid::logLevel},
-    {widgetid::portAutoselectBox, commandid::portAutoselect},
-    {widgetid::uncPathsBox, commandid::useUncPaths},
+    {widgetid::addressLink, WidgetKind::Syslink, "the server's address", 0},
+    {widgetid::statusLabel, WidgetKind::Label, "the server's state", 0},
+    {widgetid::timeLabel, WidgetKind::Label, "the operating time", 0},
+    {widgetid::runButton, WidgetKind::Button, "Run", 0},
+    {widgetid::stopButton, WidgetKind::Button, "Stop", 0},
+    {widgetid::tabPanel, WidgetKind::Tabpanel, "the tabs", 0},
+    {widgetid::languageBox, WidgetKind::Combobox, "the language", 3},
+    {widgetid::logLevelBox, WidgetKind::Combobox, "the log level",
+     std::tuple_size_v<decltype(LogLevelTable)>},
+    {widgetid::portAutoselectBox, WidgetKind::Checkbox, "port autoselection", 0},
+    {widgetid::uncPathsBox, WidgetKind::Checkbox, "UNC paths", 0},
 }};

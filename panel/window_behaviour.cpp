@@ -12,49 +12,19 @@
 #include "host/corvanite_host.h"
 #include "host/host_options.h"
 #include "host/log_level.h"
+#include "panel/command_table.h"
 #include "panel/layout_ids.h"
 #include "panel/startup_state.h"
-#include "panel/tooltip_base.h"
 #include "panel/tray_tip.h"
 
 std::atomic<bool> commandInProgress{false};
 
 namespace {
 
-bool isLongRunning(std::int32_t id) {
-    return id == commandid::run || id == commandid::stop || id == commandid::logLevel;
-}
-
-bool isReport(std::int32_t id) {
-    return id == commandid::collectInformation || id == commandid::reportProblem;
-}
-
-// The worker takes its command from a fixed widget, whichever control or menu item asked for it.
-std::int32_t carrierOf(std::int32_t id) {
-    switch (id) {
-    case commandid::run:
-        return widgetid::runButton;
-    case commandid::stop:
-        return widgetid::stopButton;
-    case commandid::logLevel:
-        return widgetid::logLevelBox;
-    default:
-        return -1;
-    }
-}
-
 // The action's word in the failure box; none for an action without one.
 std::string actionWord(std::int32_t id) {
-    switch (id) {
-    case commandid::run:
-        return panelMessages.text(panelmsg::startAction);
-    case commandid::stop:
-        return panelMessages.text(panelmsg::stopAction);
-    case commandid::logLevel:
-        return panelMessages.text(panelmsg::logLevelAction);
-    default:
-        return std::string();
-    }
+    const char* word = actionWordOf(id);
+    return word != nullptr ? panelMessages.text(word) : std::string();
 }
 
 bool busy() {
@@ -67,7 +37,7 @@ bool WindowImp::update() {
     const ServerStatus status = getHost()->serverStatus();
     const auto link = widget(widgetid::addressLink);
     link->setText(addressLinkText(status.port));
-    link->setTooltipText(tooltipBase + utf8ToUtf16(status.port));
+    link->setTooltipText(serviceUrl(status.port));
     widget(widgetid::timeLabel)->setText(status.time);
     // Stop still enabled means that the server ran at the last tick with nothing in progress:
     // it went down by itself. The watchdog starts it again when its restart policy lets it, by
@@ -297,11 +267,11 @@ void WindowImp::changeLogLevel(std::int32_t index) {
 
 bool WindowImp::commandEvent(std::int32_t id) {
     if (id == commandid::portAutoselect) {
-        setPortAutoselect(widget(widgetid::portAutoselectBox)->isChecked());
+        setPortAutoselect(widget(carrierOf(id))->isChecked());
         return false;
     }
     if (id == commandid::useUncPaths) {
-        setUseUncPaths(widget(widgetid::uncPathsBox)->isChecked());
+        setUseUncPaths(widget(carrierOf(id))->isChecked());
         return false;
     }
     return runCommand(id);

@@ -4,8 +4,8 @@
 
 #include "foundation/exceptions.h"
 #include "foundation/message_catalogue.h"
+#include "host/corvanite_host.h"
 #include "panel/layout_ids.h"
-#include "panel/tooltip_base.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ SyslinkImpWindows::SyslinkImpWindows(const WidgetDisposition& disposition, HINST
     if (!applyStockFont()) {
         throw BasicException(panelMessages.text(panelmsg::syslinkNotCreated));
     }
-    if (commandId() == commandid::openServicePage && !tooltipBase.empty()) {
+    if (commandId() == commandid::openServicePage) {
         createTooltip();
     }
 }
@@ -45,7 +45,9 @@ TOOLINFOW SyslinkImpWindows::toolInfo(const std::wstring& text) const {
 void SyslinkImpWindows::createTooltip() {
     tooltip = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                               0, 0, 0, 0, nullptr, nullptr, instance, nullptr);
-    TOOLINFOW info = toolInfo(tooltipBase);
+    // The port follows at the first refresh.
+    const std::wstring text = serviceUrl("");
+    TOOLINFOW info = toolInfo(text);
     SendMessageW(tooltip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
 }
 

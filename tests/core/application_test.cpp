@@ -1,5 +1,6 @@
 #include "core/application.h"
 
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -12,6 +13,7 @@
 #include "foundation/language.h"
 #include "foundation/message_box.h"
 #include "foundation/message_catalogue.h"
+#include "panel/command_table.h"
 #include "tests/support/foundation/temp_folder.h"
 #include "tests/support/panel/expect_failure.h"
 #include "tests/support/panel/layout_documents.h"
@@ -213,6 +215,17 @@ TEST_F(ApplicationTest, MakeCommandOfZeroGivesNoCommandAndNoFailure) {
 TEST_F(ApplicationTest, MakeCommandOfSevenFifteenAndMinusOneIsRefused) {
     const auto application = build(hostFreeDocument());
     for (std::int32_t id : {7, 15, -1}) {
+        expectFailure<std::invalid_argument>([&] { application->makeCommand(id); },
+                                             "invalid command id");
+    }
+}
+
+// An id that the command table hasn't is refused like 7, whatever its number.
+TEST_F(ApplicationTest, MakeCommandOfAnIdWithoutARowIsRefused) {
+    const auto application = build(hostFreeDocument());
+    for (std::int32_t id : {15, 16, 100, -2, std::numeric_limits<std::int32_t>::min(),
+                            std::numeric_limits<std::int32_t>::max()}) {
+        ASSERT_EQ(commandRoute(id), CommandRoute::refused) << id;
         expectFailure<std::invalid_argument>([&] { application->makeCommand(id); },
                                              "invalid command id");
     }

@@ -53,6 +53,16 @@ TEST(AddressLinkText, PortBecomesTheServiceLink) {
     EXPECT_EQ(addressLinkText("8888"), "<a>" + ServiceDomain + ":8888</a>");
 }
 
+TEST(ServiceUrl, IsTheServicePageOnThePort) {
+    EXPECT_EQ(serviceUrl("8888"), L"https://" + utf8ToUtf16(ServiceDomain) + L":8888");
+    EXPECT_EQ(serviceUrl("-"), L"https://" + utf8ToUtf16(ServiceDomain) + L":-");
+}
+
+// The link's tooltip before the first refresh.
+TEST(ServiceUrl, WithoutAPortEndsInTheColon) {
+    EXPECT_EQ(serviceUrl(""), L"https://" + utf8ToUtf16(ServiceDomain) + L":");
+}
+
 TEST_F(InEnglish, StatusTextOfBothStates) {
     EXPECT_EQ(statusText(true), "Running");
     EXPECT_EQ(statusText(false), "Stopped");

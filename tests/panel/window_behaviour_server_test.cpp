@@ -19,7 +19,6 @@
 #include "host/held_port.h"
 #include "host/host_facts.h"
 #include "host/log_level.h"
-#include "panel/tooltip_base.h"
 #include "panel/tray_tip.h"
 #include "panel/window_imp.h"
 #include "tests/support/foundation/temp_folder.h"
@@ -70,7 +69,8 @@ TEST_F(WindowUpdateTest, ATickWritesLinkTooltipTimeAndStatusOfARunningServer) {
     std::this_thread::sleep_for(1100ms);
     EXPECT_TRUE(panel.tick());
     EXPECT_EQ(panel.widget(2)->shown(), link());
-    EXPECT_EQ(panel.widget(2)->tooltip(), tooltipBase + utf8ToUtf16(std::to_string(panel.port)));
+    EXPECT_EQ(panel.widget(2)->tooltip(),
+              L"https://" + utf8ToUtf16(ServiceDomain) + L":" + std::to_wstring(panel.port));
     EXPECT_EQ(panel.widget(3)->shown(), "Running");
     EXPECT_NE(panel.widget(4)->shown(), "-");
     EXPECT_FALSE(panel.widget(7)->isEnabled());
@@ -337,7 +337,7 @@ TEST_F(WindowUpdateTest, WithPortDashTheLinkShowsADashAndTheTooltipEndsInADash) 
     panel.widget(8)->setEnabled(false);
     EXPECT_FALSE(panel.tick());
     EXPECT_EQ(panel.widget(2)->shown(), "-");
-    EXPECT_EQ(panel.widget(2)->tooltip(), tooltipBase + L"-");
+    EXPECT_EQ(panel.widget(2)->tooltip(), L"https://" + utf8ToUtf16(ServiceDomain) + L":-");
     EXPECT_EQ(panel.widget(4)->shown(), "-");
     EXPECT_EQ(panel.widget(3)->shown(), "Stopped");
     EXPECT_TRUE(panel.widget(7)->isEnabled());

@@ -72,3 +72,7 @@ std::string writeLayoutFile(const TempFolder& folder, const std::string& bytes) 
 std::string treeLayoutPath() {
     return std::string(CORVANITE_SOURCE_DIR) + "/layout/CVHControlPanel.json";
 }
+
+std::string treeSchemaPath() {
+    return std::string(CORVANITE_SOURCE_DIR) + "/layout/CVHControlPanel.schema.json";
+}

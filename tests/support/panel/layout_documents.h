@@ -15,3 +15,6 @@ std::string writeLayoutFile(const TempFolder& folder, const std::string& bytes);
 
 // The layout file of the source tree, layout/CVHControlPanel.json.
 std::string treeLayoutPath();
+
+// The JSON Schema of the layout file in the source tree, layout/CVHControlPanel.schema.json.
+std::string treeSchemaPath();

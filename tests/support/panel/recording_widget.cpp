@@ -2,8 +2,8 @@
 
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
+#include "host/corvanite_host.h"
 #include "panel/startup_state.h"
-#include "panel/tooltip_base.h"
 
 RecordingWidget::RecordingWidget(WidgetKind kind, const WidgetDisposition& disposition,
                                  std::int32_t widgetId, std::shared_ptr<Command> command,
@@ -27,7 +27,7 @@ RecordingWidget::RecordingWidget(WidgetKind kind, const WidgetDisposition& dispo
         selection_ = 0;
     }
     if (kind_ == WidgetKind::Syslink && this->command()->id == 12) {
-        tooltip_ = tooltipBase;
+        tooltip_ = serviceUrl("");
     }
 }
 
