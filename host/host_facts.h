@@ -61,8 +61,11 @@ std::uint32_t readServerPid();
 bool isServerRunning();
 
 // The user's language as the registry's "Language" holds it. A missing value is Russian; an
-// unknown code, or any failure on the way, is Ukrainian. Never raises.
-Language readLanguage();
+// unknown code, or any failure on the way, is Ukrainian. Never raises. The catalogues' own reader
+// of the product's "Language" value does exactly this, so the host asks it.
+inline Language readLanguage() {
+    return startupLanguage();
+}
 
 // The version of the server's executable, four numbers joined by "."; "0.0.0.0" when the file is
 // missing or tells no version.

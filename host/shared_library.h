@@ -30,4 +30,6 @@ private:
 
 // The file name of a library on the product's platform: `base`, ".", "dll". The addon library keeps
 // this name wherever the program runs.
-std::string libraryFileName(std::string_view base);
+inline std::string libraryFileName(std::string_view base) {
+    return std::string(base) + "." + "dll";
+}
