@@ -91,6 +91,12 @@ std::vector<std::string> listDirectory(std::string_view path, bool files, bool f
     return names;
 }
 
+std::ifstream openForReading(std::string_view path) {
+    std::ifstream stream;
+    native::openInput(stream, path);
+    return stream;
+}
+
 // Whatever goes wrong, limits included, the caller sees one failure: the file can't be read.
 std::vector<std::uint8_t> readFile(std::string_view path, std::uint32_t minSize,
                                    std::uint32_t maxSize) {

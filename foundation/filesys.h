@@ -54,6 +54,11 @@ std::string sideFileOf(std::string_view path);
 void writeSideFile(std::string_view path, const std::vector<std::uint8_t>& bytes);
 void moveSideFileOver(std::string_view path);
 
+// The file opened for binary reading by its UTF-8 name, every letter kept, shared with everyone.
+// A file that can't be opened, a folder among them, gives a failed stream, which a parser then
+// meets as empty input.
+std::ifstream openForReading(std::string_view path);
+
 // True when the file is gone, also when it was never there; false for any other failure.
 bool deleteFile(std::string_view path);
 

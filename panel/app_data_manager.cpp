@@ -8,13 +8,13 @@
 #include <utility>
 
 #include "foundation/exceptions.h"
+#include "foundation/filesys.h"
 #include "foundation/message_catalogue.h"
 #include "foundation/text.h"
 #include "host/host_facts.h"
 #include "panel/layout_depth.h"
 #include "panel/layout_ids.h"
 #include "panel/layout_numbers.h"
-#include "panel/layout_stream.h"
 #include "panel/text_resolution.h"
 
 using nlohmann::json;
@@ -85,7 +85,7 @@ std::vector<Record> readWidgets(const json& widgets, const char* key, Reader rea
 // Copying and freeing a document recurse over its depth, so a file nested far deeper than any
 // layout is refused before it becomes one.
 json parseDocument(const std::string& path) {
-    std::ifstream file = openLayoutStream(path);
+    std::ifstream file = filesys::openForReading(path);
     std::istringstream stream(std::string(std::istreambuf_iterator<char>(file), {}));
     if (layoutDepth(stream.view()) > maxLayoutDepth) {
         throw std::length_error("layout nested too deeply");

@@ -7,13 +7,13 @@
 #include <optional>
 #include <utility>
 
+#include "foundation/filesys.h"
 #include "foundation/language.h"
 #include "foundation/message_catalogue.h"
 #include "panel/app_data_manager.h"
 #include "panel/command_table.h"
 #include "panel/layout_ids.h"
 #include "panel/layout_numbers.h"
-#include "panel/layout_stream.h"
 #include "panel/widget_kind.h"
 
 using nlohmann::json;
@@ -477,7 +477,7 @@ std::vector<LayoutProblem> LayoutChecker::check(const json& document) {
 // The library's words for a file that the program's reader refuses with its own.
 std::string readingFailure(const std::string& path) {
     try {
-        std::ifstream stream = openLayoutStream(path);
+        std::ifstream stream = filesys::openForReading(path);
         json document;
         stream >> document;
         document.at("window");
@@ -497,7 +497,7 @@ std::vector<LayoutProblem> checkLayoutFile(const std::string& path) {
     } catch (const std::exception& failure) {
         return {{"", std::string(failure.what()) + ": " + readingFailure(path)}};
     }
-    std::ifstream stream = openLayoutStream(path);
+    std::ifstream stream = filesys::openForReading(path);
     json document;
     stream >> document;
     return checkLayoutDocument(document);
