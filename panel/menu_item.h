@@ -13,7 +13,7 @@ struct MenuItem {
     std::string text;
     std::shared_ptr<Command> command;
 
-    // An item without a command (id 0 in the layout) has no id and fails with
+    // An item without a command (commandid::none in the layout) has no id and fails with
     // "invalid command id": every item needs a real command.
     std::int32_t id() const {
         if (!command) {

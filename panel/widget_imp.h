@@ -64,7 +64,8 @@ protected:
     // The native subclass stores the command it was made with.
     void setCommand(std::shared_ptr<Command> command) { command_ = std::move(command); }
     // The id of a command that a button, check box or link must have: their id is the native
-    // control id. Without a command (id 0 in the layout) fails with "invalid command id".
+    // control id. Without a command (commandid::none in the layout) fails with
+    // "invalid command id".
     static std::int32_t requiredCommandId(const std::shared_ptr<Command>& command);
 
 private:

@@ -94,9 +94,9 @@ public:
     void laneResultArrived(LaneResult result, std::int32_t value);
 
     // The events of the user, as the native half gets them:
-    // a language picked in widget 12 (its entry index),
+    // a language picked in widgetid::languageBox (its entry index),
     void changeLanguage(std::int32_t index);
-    // a log level picked in widget 13 (its entry index),
+    // a log level picked in widgetid::logLevelBox (its entry index),
     void changeLogLevel(std::int32_t index);
     // a click on a control or a menu choice with a command id, answering what runCommand
     // answers (false for the two check boxes, which act on their own),

@@ -8,7 +8,7 @@
 
 // A link label. The control reads the "<a>" markup of its text itself; a click or Return on the
 // link reaches the main window as a notification with the command's id as control id. The link
-// of the service page (command 12) carries a tooltip with the service's address.
+// of the service page (commandid::openServicePage) carries a tooltip with the service's address.
 class SyslinkImpWindows : public WidgetImpWindows {
 public:
     SyslinkImpWindows(const WidgetDisposition& disposition, HINSTANCE instance, HWND parent,

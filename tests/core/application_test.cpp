@@ -76,9 +76,9 @@ TEST_F(ApplicationTest, TheWindowIsCreatedHidden) {
 TEST_F(ApplicationTest, EachWidgetGetsTheCommandOfItsCommandId) {
     const auto application = build(hostFreeDocument());
     RecordingWindow& window = application->recordingWindow();
-    window.widget(23)->execute(); // link, command 4: show
+    window.widget(23)->execute(); // link, commandid::showWindow
     EXPECT_TRUE(window.isVisible());
-    window.widget(24)->execute(); // button, command 5: hide
+    window.widget(24)->execute(); // button, commandid::hideWindow
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(window.widget(22)->commandId(), 14);
     EXPECT_EQ(window.widget(21)->command(), nullptr);

@@ -132,7 +132,7 @@ TEST_F(NativeMenu, ExecuteRunsTheFirstItemsCommand) {
 }
 
 TEST_F(NativeMenu, ModuleWithoutTheTrayIconFailsWithCVCP006002) {
-    // This test program has no icon 202.
+    // This test program has no programIconId among its resources.
     try {
         MenuImpWindows menu(parent, instance, *layout);
         FAIL() << "no exception";

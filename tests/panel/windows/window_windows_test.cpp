@@ -88,8 +88,8 @@ protected:
         EXPECT_TRUE(window->create());
         return window;
     }
-    // The Run and Stop buttons (widgets 7 and 8) with counting commands 1 and 2, as they stand
-    // while the server runs: Run disabled. The window is shown.
+    // The Run and Stop buttons (widgetid::runButton and stopButton) with counting commandid::run
+    // and stop, as they stand while the server runs: Run disabled. The window is shown.
     struct ServerButtons {
         std::shared_ptr<CountingCommand> run = std::make_shared<CountingCommand>(1);
         std::shared_ptr<CountingCommand> stop = std::make_shared<CountingCommand>(2);
