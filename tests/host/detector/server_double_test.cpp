@@ -36,6 +36,11 @@ struct RunningServer {
         master = installation.waitForMaster();
         worker = master == 0 ? 0 : installation.waitForWorker(master);
     }
+    // Whether master and worker have both ended, waited for as long as eventually waits.
+    bool ended() const {
+        return eventually(
+            [&] { return !detector::processExists(master) && !detector::processExists(worker); });
+    }
     std::uint32_t master = 0;
     std::uint32_t worker = 0;
 };
@@ -67,6 +72,13 @@ std::vector<detector::TcpConnection> readTable() {
         }
     });
     return table;
+}
+
+// The row of a listener that was given only a port, as nginx's "listen N;" binds it.
+void expectListeningOnEveryInterface(const detector::TcpConnection& row, unsigned port) {
+    EXPECT_EQ(row.localPort, port);
+    EXPECT_EQ(row.localAddress, 0u);
+    EXPECT_EQ(row.stateName, "LISTEN");
 }
 
 TEST(ServerDouble, WorkersListeningRowShowsTheWorkersPidAndThePortOfTheConfiguration) {
@@ -119,9 +131,7 @@ TEST(ServerDouble, ListenWithAPortOnlyListensOnEveryInterfaceAsNginxDoes) {
         if (!row) {
             continue;
         }
-        EXPECT_EQ(row->localPort, port);
-        EXPECT_EQ(row->localAddress, 0u);
-        EXPECT_EQ(row->stateName, "LISTEN");
+        expectListeningOnEveryInterface(*row, port);
         return;
     }
     FAIL() << "the worker never listened";
@@ -133,9 +143,7 @@ TEST(ServerDouble, PlantedEmergencyWritesOneEmergLineAfterItsStartAndEndsLeaving
     installation.writeSwitches("emerg_after=300\n");
     const RunningServer server(installation);
     ASSERT_NE(server.worker, 0u);
-    EXPECT_TRUE(eventually([&] {
-        return !detector::processExists(server.master) && !detector::processExists(server.worker);
-    }));
+    EXPECT_TRUE(server.ended());
     EXPECT_EQ(installation.pidFromFile(), std::optional<std::uint32_t>(server.master));
     std::ifstream log(nativePath(installation.file("logs/error.log")), std::ios::binary);
     std::string line;
@@ -187,9 +195,7 @@ TEST(ServerDouble, PortHolderHoldsItsPortOnEveryInterfaceUnderItsOwnPid) {
         if (!row) {
             continue;
         }
-        EXPECT_EQ(row->localPort, port);
-        EXPECT_EQ(row->localAddress, 0u);
-        EXPECT_EQ(row->stateName, "LISTEN");
+        expectListeningOnEveryInterface(*row, port);
         return;
     }
     FAIL() << "the holder never listened";
@@ -200,9 +206,7 @@ TEST(ServerDouble, StopRunEndsMasterAndWorkerAndRemovesThePidFile) {
     const RunningServer server(installation);
     ASSERT_NE(server.worker, 0u);
     ASSERT_TRUE(installation.launch(" -s quit"));
-    EXPECT_TRUE(eventually([&] {
-        return !detector::processExists(server.master) && !detector::processExists(server.worker);
-    }));
+    EXPECT_TRUE(server.ended());
     EXPECT_FALSE(installation.pidFromFile().has_value());
 }
 
@@ -230,9 +234,7 @@ TEST(ServerDouble, ServerThatDiesLeavesItsPidFileBehind) {
     installation.writeSwitches("die_after=1\n");
     const RunningServer server(installation);
     ASSERT_NE(server.worker, 0u);
-    EXPECT_TRUE(eventually([&] {
-        return !detector::processExists(server.master) && !detector::processExists(server.worker);
-    }));
+    EXPECT_TRUE(server.ended());
     EXPECT_EQ(installation.pidFromFile(), std::optional<std::uint32_t>(server.master));
 }
 
