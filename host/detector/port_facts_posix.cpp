@@ -7,70 +7,23 @@
 
 #include <cerrno>
 #include <climits>
-#include <sstream>
 
-#include "foundation/exceptions.h"
 #include "host/detector/proc_files_posix.h"
 
 namespace detector::native {
 
-namespace {
-
-// The kernel's TCP states as the Windows table numbers them (see tcp_connections_posix.cpp).
-std::uint32_t tableState(unsigned kernelState) {
-    constexpr std::uint32_t states[] = {0, 5, 3, 4, 6, 7, 11, 1, 8, 10, 2, 9, 4};
-    return kernelState < std::size(states) ? states[kernelState] : 0;
-}
-
-} // namespace
-
+// The table's addresses hold four bytes: of an IPv6 row only the local port is read.
 std::vector<TcpTableRow> readTcp6Table() {
-    const std::optional<std::string> text = procfs::readText("/proc/net/tcp6");
-    if (!text) {
-        throw InternalError();
-    }
-    std::istringstream lines(*text);
-    std::string line;
-    std::getline(lines, line); // the column heads
-    std::vector<std::pair<TcpTableRow, std::string>> rows;
-    try {
-        while (std::getline(lines, line)) {
-            std::istringstream fields(line);
-            std::string slot, local, remote, state, queues, timer, retransmits, uid, timeout, inode;
-            if (!(fields >> slot >> local >> remote >> state >> queues >> timer >> retransmits >>
-                  uid >> timeout >> inode)) {
-                continue;
-            }
+    return procfs::readKernelTcpTable(
+        "/proc/net/tcp6", [](const std::string& local, const std::string&, TcpTableRow& row) {
             const std::size_t colon = local.find(':');
             if (colon == std::string::npos) {
-                continue;
+                return false;
             }
-            TcpTableRow row;
             row.localPort =
                 htons(static_cast<std::uint16_t>(std::stoul(local.substr(colon + 1), nullptr, 16)));
-            row.state = tableState(static_cast<unsigned>(std::stoul(state, nullptr, 16)));
-            rows.emplace_back(row, inode);
-        }
-    } catch (const std::logic_error&) {
-        throw InternalError();
-    }
-    std::map<std::string, std::uint32_t> owners;
-    for (const std::uint32_t pid : procfs::processIds()) {
-        const std::string folder = "/proc/" + std::to_string(pid) + "/fd/";
-        for (const std::string& descriptor : procfs::folderEntries(folder)) {
-            const std::optional<std::string> target = procfs::linkTarget(folder + descriptor);
-            if (target && target->rfind("socket:[", 0) == 0) {
-                owners.emplace(target->substr(8, target->size() - 9), pid);
-            }
-        }
-    }
-    std::vector<TcpTableRow> table;
-    for (auto& [row, inode] : rows) {
-        const auto owner = owners.find(inode);
-        row.owningPid = owner == owners.end() ? 0 : owner->second;
-        table.push_back(row);
-    }
-    return table;
+            return true;
+        });
 }
 
 std::optional<std::string> processImagePath(std::uint32_t pid) {

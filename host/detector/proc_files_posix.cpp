@@ -5,6 +5,7 @@
 
 #include <cctype>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 #include "foundation/exceptions.h"
@@ -109,6 +110,73 @@ std::optional<std::string> linkTarget(const std::string& path) {
     }
     target.resize(static_cast<std::size_t>(length));
     return target;
+}
+
+namespace {
+
+// The kernel's TCP states (1 established ... 12 new SYN received) as the Windows table numbers
+// them (1 closed ... 12 delete TCB).
+std::uint32_t tableState(unsigned kernelState) {
+    constexpr std::uint32_t states[] = {0, 5, 3, 4, 6, 7, 11, 1, 8, 10, 2, 9, 4};
+    return kernelState < std::size(states) ? states[kernelState] : 0;
+}
+
+// Which process holds each socket: the first one, in the order of /proc, with a descriptor that
+// points at it. Sockets of processes that we may not look into stay without an owner.
+std::map<std::string, std::uint32_t> socketOwners() {
+    std::map<std::string, std::uint32_t> owners;
+    for (const std::uint32_t pid : processIds()) {
+        const std::string folder = "/proc/" + std::to_string(pid) + "/fd/";
+        for (const std::string& descriptor : folderEntries(folder)) {
+            const std::optional<std::string> target = linkTarget(folder + descriptor);
+            if (target && target->rfind("socket:[", 0) == 0) {
+                owners.emplace(target->substr(8, target->size() - 9), pid);
+            }
+        }
+    }
+    return owners;
+}
+
+} // namespace
+
+// An empty table has no sockets to own, so /proc isn't walked for it.
+std::vector<TcpTableRow> readKernelTcpTable(const std::string& path,
+                                            const ReadEndpoints& readEndpoints) {
+    const std::optional<std::string> text = readText(path);
+    if (!text) {
+        throw InternalError();
+    }
+    std::istringstream lines(*text);
+    std::string line;
+    std::getline(lines, line); // the column heads
+    std::vector<std::pair<TcpTableRow, std::string>> rows;
+    try {
+        while (std::getline(lines, line)) {
+            std::istringstream fields(line);
+            std::string slot, local, remote, state, queues, timer, retransmits, uid, timeout, inode;
+            if (!(fields >> slot >> local >> remote >> state >> queues >> timer >> retransmits >>
+                  uid >> timeout >> inode)) {
+                continue;
+            }
+            TcpTableRow row;
+            if (!readEndpoints(local, remote, row)) {
+                continue;
+            }
+            row.state = tableState(static_cast<unsigned>(std::stoul(state, nullptr, 16)));
+            rows.emplace_back(row, inode);
+        }
+    } catch (const std::logic_error&) {
+        throw InternalError();
+    }
+    const std::map<std::string, std::uint32_t> owners =
+        rows.empty() ? std::map<std::string, std::uint32_t>() : socketOwners();
+    std::vector<TcpTableRow> table;
+    for (auto& [row, inode] : rows) {
+        const auto owner = owners.find(inode);
+        row.owningPid = owner == owners.end() ? 0 : owner->second;
+        table.push_back(row);
+    }
+    return table;
 }
 
 } // namespace detector::procfs

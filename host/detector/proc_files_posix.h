@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "host/detector/tcp_connections.h"
 
 // Reading the kernel's process files under /proc, shared by the POSIX bodies of the detector.
 namespace detector::procfs {
@@ -27,5 +30,18 @@ std::vector<std::string> folderEntries(const std::string& path);
 
 // Where a symbolic link points, or no value.
 std::optional<std::string> linkTarget(const std::string& path);
+
+// Reads the local and remote "address:port" fields of a kernel TCP table line into a row; false
+// for a line to leave out.
+using ReadEndpoints =
+    std::function<bool(const std::string& local, const std::string& remote, TcpTableRow& row)>;
+
+// The rows of a kernel TCP table (/proc/net/tcp, /proc/net/tcp6) in the file's order: the state as
+// the Windows table numbers it, the endpoints as readEndpoints reads them, and the pid of the
+// first process, in the order of /proc, that holds the row's socket (0 when none that we may look
+// into does). Raises detector::InternalError when the file can't be read or a number in it isn't
+// one.
+std::vector<TcpTableRow> readKernelTcpTable(const std::string& path,
+                                            const ReadEndpoints& readEndpoints);
 
 } // namespace detector::procfs
