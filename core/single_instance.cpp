@@ -13,17 +13,17 @@ std::shared_ptr<MutexHandler>& holder() {
 } // namespace
 
 MutexHandler::~MutexHandler() {
-    instance_native::releaseMutex(handle_);
+    singleinstance::native::releaseMutex(handle_);
 }
 
 bool ensureSingleInstance(const ClassNameSource& className, const std::string& mutexName) {
     // There is no wait between the test and the create: two starts in the same moment may both get
     // past the test, and the second then simply shares the first one's mutex.
-    if (instance_native::openMutex(mutexName)) {
-        instance_native::bringToFront(className());
+    if (singleinstance::native::openMutex(mutexName)) {
+        singleinstance::native::bringToFront(className());
         return true;
     }
-    auto created = instance_native::createMutex(mutexName);
+    auto created = singleinstance::native::createMutex(mutexName);
     if (!created) {
         throw BasicException(panelMessages.text(panelmsg::panelNotRun));
     }
@@ -32,13 +32,13 @@ bool ensureSingleInstance(const ClassNameSource& className, const std::string& m
 }
 
 void quitRunningInstance(const ClassNameSource& className, const std::string& mutexName) {
-    auto running = instance_native::openMutex(mutexName);
+    auto running = singleinstance::native::openMutex(mutexName);
     if (!running) {
         return;
     }
-    instance_native::sendDestroy(className());
+    singleinstance::native::sendDestroy(className());
     // The handle stays open: the process ends right after.
-    instance_native::releaseMutex(*running);
+    singleinstance::native::releaseMutex(*running);
 }
 
 void releaseInstanceMutex() {

@@ -50,7 +50,7 @@ std::shared_ptr<MutexHandler> instanceMutex();
 void releaseInstanceMutex();
 
 // The platform's part: the named mutex and the running instance's window.
-namespace instance_native {
+namespace singleinstance::native {
 
 // A handle to the mutex when some process holds it open.
 std::optional<InstanceMutex> openMutex(const std::string& name);
@@ -62,4 +62,4 @@ void bringToFront(const std::string& className);
 // Sends the window of that class the destroy message itself; no window is no failure.
 void sendDestroy(const std::string& className);
 
-} // namespace instance_native
+} // namespace singleinstance::native

@@ -19,7 +19,7 @@ std::string lockPath(const std::string& name) {
 
 } // namespace
 
-namespace instance_native {
+namespace singleinstance::native {
 
 std::optional<InstanceMutex> openMutex(const std::string& name) {
     const int file = open(lockPath(name).c_str(), O_RDWR | O_CLOEXEC);
@@ -52,4 +52,4 @@ void releaseMutex(InstanceMutex handle) {
 void bringToFront(const std::string&) {}
 void sendDestroy(const std::string&) {}
 
-} // namespace instance_native
+} // namespace singleinstance::native

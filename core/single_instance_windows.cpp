@@ -16,7 +16,7 @@ HWND runningWindow(const std::string& className) {
 
 } // namespace
 
-namespace instance_native {
+namespace singleinstance::native {
 
 std::optional<InstanceMutex> openMutex(const std::string& name) {
     HANDLE mutex = OpenMutexW(MUTEX_ALL_ACCESS, FALSE, utf8ToUtf16(name).c_str());
@@ -53,4 +53,4 @@ void sendDestroy(const std::string& className) {
     SendMessageW(runningWindow(className), WM_DESTROY, 0, 0);
 }
 
-} // namespace instance_native
+} // namespace singleinstance::native

@@ -28,7 +28,7 @@ bool writeRegistryText(RegistryHive hive, std::string_view keyPath, std::string_
                        std::string_view text);
 
 // The platform bodies under the functions above; callers use those.
-namespace registry_native {
+namespace registry::native {
 
 std::optional<std::vector<std::uint8_t>> readValue(RegistryHive hive, const std::string& keyPath,
                                                    const char* valueName);
@@ -43,4 +43,4 @@ bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::st
 // Bytes up to the first zero, read as code page 1251.
 std::optional<std::string> textOfBytes(const std::vector<std::uint8_t>& bytes);
 
-} // namespace registry_native
+} // namespace registry::native

@@ -20,7 +20,7 @@
 #include <iterator>
 #include <sys/stat.h>
 
-namespace registry_native {
+namespace registry::native {
 
 namespace {
 
@@ -106,4 +106,4 @@ bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::st
     return !stream.fail();
 }
 
-} // namespace registry_native
+} // namespace registry::native

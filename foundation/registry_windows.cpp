@@ -7,7 +7,7 @@
 
 #include "foundation/text.h"
 
-namespace registry_native {
+namespace registry::native {
 
 namespace {
 
@@ -107,4 +107,4 @@ bool writeTextValue(RegistryHive hive, const std::string& keyPath, const std::st
                           static_cast<DWORD>(text.size() * sizeof(wchar_t))) == 0;
 }
 
-} // namespace registry_native
+} // namespace registry::native

@@ -28,7 +28,7 @@ private:
 
 TEST(SingleInstancePosix, MutexIsALockFileInTheRuntimeFolder) {
     const std::string folder = std::getenv("XDG_RUNTIME_DIR");
-    ASSERT_TRUE(instance_native::createMutex("CVHControlPanelLockTest").has_value());
+    ASSERT_TRUE(singleinstance::native::createMutex("CVHControlPanelLockTest").has_value());
     EXPECT_TRUE(std::filesystem::exists(folder + "/CVHControlPanelLockTest.lock"));
-    EXPECT_TRUE(instance_native::openMutex("CVHControlPanelLockTest").has_value());
+    EXPECT_TRUE(singleinstance::native::openMutex("CVHControlPanelLockTest").has_value());
 }

@@ -34,7 +34,7 @@ TEST(SingleInstance, FirstStartCreatesTheMutexAndGoesOn) {
     ClassNameProbe probe;
     EXPECT_FALSE(ensureSingleInstance(probe.source(), name));
     EXPECT_EQ(probe.reads, 0);
-    EXPECT_TRUE(instance_native::openMutex(name).has_value());
+    EXPECT_TRUE(singleinstance::native::openMutex(name).has_value());
     ASSERT_NE(instanceMutex(), nullptr);
 }
 
@@ -53,7 +53,7 @@ TEST(SingleInstance, ReleasingTheMutexLeavesNoneHeld) {
 TEST(SingleInstance, SecondStartFindsTheFirstAndLooksForItsWindow) {
     const std::string name = uniqueMutexName();
     ClassNameProbe probe;
-    ASSERT_TRUE(instance_native::createMutex(name).has_value());
+    ASSERT_TRUE(singleinstance::native::createMutex(name).has_value());
     EXPECT_TRUE(ensureSingleInstance(probe.source(), name));
     EXPECT_EQ(probe.reads, 1);
 }
@@ -63,13 +63,13 @@ TEST(SingleInstance, QuitWithNoRunningInstanceCreatesNoMutex) {
     ClassNameProbe probe;
     quitRunningInstance(probe.source(), name);
     EXPECT_EQ(probe.reads, 0);
-    EXPECT_FALSE(instance_native::openMutex(name).has_value());
+    EXPECT_FALSE(singleinstance::native::openMutex(name).has_value());
 }
 
 TEST(SingleInstance, QuitWithARunningInstanceLooksForItsWindow) {
     const std::string name = uniqueMutexName();
     ClassNameProbe probe;
-    ASSERT_TRUE(instance_native::createMutex(name).has_value());
+    ASSERT_TRUE(singleinstance::native::createMutex(name).has_value());
     quitRunningInstance(probe.source(), name);
     EXPECT_EQ(probe.reads, 1);
 }
