@@ -19,7 +19,7 @@
 //   2. give it its behaviour where its route leads: a member of CorvaniteHost bound to the id in
 //      hostActions (core/server_command.cpp) for hostOperation and hostAction, a case of
 //      Application's window or application action (core/application.cpp) for window and
-//      application, a case of WindowImp::commandEvent (panel/window_behaviour.cpp) for
+//      application, a case of WindowImp::commandEvent (panel/window_imp.cpp) for
 //      carrierOnly; the builds refuse a host id without a member;
 //   3. add the number to the commandId enum of layout/CVHControlPanel.schema.json, for editors;
 //      a test of the panel holds that enum to this table.
