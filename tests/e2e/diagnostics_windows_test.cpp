@@ -196,7 +196,10 @@ TEST_F(Diagnostics, ReportAProblemHandsTheShellTheReportAsAMailtoLink) {
     const std::string report = installation.readFile(L"logs\\info.log");
     ASSERT_FALSE(report.empty());
 
-    ui::clickLink(control(window, problemLink));
+    // The folder opens just before the report's end frees the links, as the user sees them.
+    HWND problem = control(window, problemLink);
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(problem); }));
+    ui::clickLink(problem);
     const auto link = shell.waitForRecord(1, reportTime);
     ASSERT_TRUE(link.has_value()) << "no link reached the shell";
     const std::string subject = "Corvanite " + label(window, libraryVersionLabel);
