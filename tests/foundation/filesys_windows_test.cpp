@@ -23,11 +23,21 @@ std::string folderOf(int csidl) {
     return utf16ToUtf8(folder);
 }
 
-// Opens the file as most readers do: others may read and write it, but not delete or replace it.
-HANDLE holdWithoutDeleteSharing(const std::string& file) {
-    return CreateFileW(utf8ToUtf16(file).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-}
+// nginx.conf holding "old", opened as most readers open a file: others may read and write it,
+// but not delete or replace it.
+class HeldConf : public ::testing::Test {
+protected:
+    HeldConf() {
+        filesys::writeFile(file, Bytes{'o', 'l', 'd'});
+        held =
+            CreateFileW(utf8ToUtf16(file).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    }
+
+    const TempFolder folder;
+    const std::string file = folder.file("nginx.conf");
+    HANDLE held = INVALID_HANDLE_VALUE;
+};
 
 } // namespace
 
@@ -47,13 +57,9 @@ TEST(FileSystemWindows, FileHeldOpenWithSharingCanBeReadAndRewritten) {
 }
 
 // A reader that lets the file go within the retries doesn't cost the user their change.
-TEST(FileSystemWindows, FileHeldWithoutDeleteSharingIsReplacedOnceItIsLetGo) {
-    const TempFolder folder;
-    const std::string file = folder.file("nginx.conf");
-    filesys::writeFile(file, Bytes{'o', 'l', 'd'});
-    const HANDLE held = holdWithoutDeleteSharing(file);
+TEST_F(HeldConf, IsReplacedOnceTheReaderLetsItGo) {
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    std::thread reader([held] {
+    std::thread reader([this] {
         std::this_thread::sleep_for(std::chrono::milliseconds(700));
         CloseHandle(held);
     });
@@ -63,11 +69,7 @@ TEST(FileSystemWindows, FileHeldWithoutDeleteSharingIsReplacedOnceItIsLetGo) {
     EXPECT_FALSE(filesys::exists(filesys::sideFileOf(file).c_str()));
 }
 
-TEST(FileSystemWindows, FileHeldThroughEveryRetryFailsAndStaysWhole) {
-    const TempFolder folder;
-    const std::string file = folder.file("nginx.conf");
-    filesys::writeFile(file, Bytes{'o', 'l', 'd'});
-    const HANDLE held = holdWithoutDeleteSharing(file);
+TEST_F(HeldConf, HeldThroughEveryRetryFailsAndStaysWhole) {
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     EXPECT_THROW(filesys::replaceFile(file, Bytes{'n', 'e', 'w'}), filesys::WriteFileError);
     CloseHandle(held);
