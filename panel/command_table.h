@@ -55,8 +55,6 @@ struct CommandRow {
     // The widget whose command the worker runs, or whose state the window reads, whichever
     // control or menu item asked for the id. The layout must give that widget this id.
     std::int32_t carrier = noCarrier;
-    // Runs on the worker, with Run and Stop disabled meanwhile.
-    bool longRunning = false;
     // Takes seconds on the report lane, one at a time, with its controls disabled meanwhile.
     bool report = false;
     // The catalogue id of the action's word in the failure box of a long-running command.
@@ -68,12 +66,10 @@ inline constexpr auto commandTable = std::to_array<CommandRow>({
     {.id = commandid::run,
      .route = CommandRoute::hostOperation,
      .carrier = widgetid::runButton,
-     .longRunning = true,
      .actionWord = panelmsg::startAction},
     {.id = commandid::stop,
      .route = CommandRoute::hostOperation,
      .carrier = widgetid::stopButton,
-     .longRunning = true,
      .actionWord = panelmsg::stopAction},
     {.id = commandid::openLogs, .route = CommandRoute::hostAction},
     {.id = commandid::showWindow, .route = CommandRoute::window},
@@ -84,7 +80,6 @@ inline constexpr auto commandTable = std::to_array<CommandRow>({
     {.id = commandid::logLevel,
      .route = CommandRoute::hostOperation,
      .carrier = widgetid::logLevelBox,
-     .longRunning = true,
      .actionWord = panelmsg::logLevelAction},
     {.id = commandid::collectInformation, .route = CommandRoute::hostAction, .report = true},
     {.id = commandid::reportProblem, .route = CommandRoute::hostAction, .report = true},
@@ -127,8 +122,9 @@ constexpr bool isHostOperation(std::int32_t id) {
     return commandRoute(id) == CommandRoute::hostOperation;
 }
 
+// Runs on the worker, with Run and Stop disabled meanwhile: every host operation, and nothing else.
 constexpr bool isLongRunning(std::int32_t id) {
-    return commandRow(id).longRunning;
+    return isHostOperation(id);
 }
 
 constexpr bool isReport(std::int32_t id) {
@@ -169,12 +165,10 @@ constexpr bool idsAreUnique() {
     return true;
 }
 
-// The worker claims a long-running command through its carrier; only a host operation has a
-// claim, and a host operation is claimed nowhere else.
-constexpr bool longRunningRowsFit() {
+// The worker claims a host operation through its carrier.
+constexpr bool hostOperationsHaveCarriers() {
     for (const CommandRow& row : commandTable) {
-        const bool operation = row.route == CommandRoute::hostOperation;
-        if (row.longRunning != operation || (operation && row.carrier == noCarrier)) {
+        if (row.route == CommandRoute::hostOperation && row.carrier == noCarrier) {
             return false;
         }
     }
@@ -194,7 +188,7 @@ constexpr bool otherRowsFit() {
 }
 
 static_assert(idsAreUnique(), "a command id or a carrier stands in two rows");
-static_assert(longRunningRowsFit(), "a long-running row is not a host operation with a carrier");
+static_assert(hostOperationsHaveCarriers(), "a host operation has no carrier");
 static_assert(otherRowsFit(), "a report, a carrier-only id or id 0 doesn't fit its row");
 
 } // namespace commandtable
