@@ -102,7 +102,11 @@ namespace native {
 // Every process of the machine, as listProcesses gives it, without counting.
 std::vector<ProcessEntry> processSnapshot();
 
-// Ends the process at once where the system lets us; false when it couldn't be ended.
+// How long terminateProcess waits for the end it asked for.
+constexpr int terminationWaitMilliseconds = 5000;
+
+// Ends the process where the system lets us, and waits, at most terminationWaitMilliseconds,
+// until it has ended and let go of its port and files; false when it couldn't be ended.
 bool terminateProcess(std::uint32_t pid);
 
 // Whole seconds since the creation of a process; 0 when the system doesn't tell.

@@ -76,7 +76,18 @@ std::vector<ProcessEntry> processSnapshot() {
 }
 
 bool terminateProcess(std::uint32_t pid) {
-    return pid != 0 && kill(static_cast<pid_t>(pid), SIGKILL) == 0;
+    if (pid == 0 || kill(static_cast<pid_t>(pid), SIGKILL) != 0) {
+        return false;
+    }
+    // The signal only starts the end: the process lets go of its port once it is a zombie.
+    for (int poll = 0; poll < terminationWaitMilliseconds / 10; ++poll) {
+        if (!runningStartTime(pid)) {
+            break;
+        }
+        const timespec pause{0, 10'000'000};
+        nanosleep(&pause, nullptr);
+    }
+    return true;
 }
 
 std::optional<std::uint64_t> processCreationTime(std::uint32_t pid) {

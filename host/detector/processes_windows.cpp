@@ -57,8 +57,14 @@ std::vector<ProcessEntry> processSnapshot() {
 }
 
 bool terminateProcess(std::uint32_t pid) {
-    const ScopedHandle process(OpenProcess(PROCESS_TERMINATE, FALSE, pid));
-    return process.get() != nullptr && TerminateProcess(process.get(), 0);
+    const ScopedHandle process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, pid));
+    if (process.get() == nullptr || !TerminateProcess(process.get(), 0)) {
+        return false;
+    }
+    // TerminateProcess only starts the end: the process still holds its port and files until
+    // its handle is signalled, and a server started meanwhile would find its port taken.
+    WaitForSingleObject(process.get(), terminationWaitMilliseconds);
+    return true;
 }
 
 std::optional<std::uint64_t> processCreationTime(std::uint32_t pid) {

@@ -9,6 +9,7 @@
 
 #include "foundation/text.h"
 #include "host/detector/current_user.h"
+#include "host/detector/tcp_connections.h"
 #include "tests/support/host/host_double.h"
 
 namespace {
@@ -41,6 +42,15 @@ std::string upperCase(std::string text) {
         }
     }
     return text;
+}
+
+bool hasConnection(std::uint32_t pid) {
+    for (const detector::TcpConnection& connection : detector::tcpConnections()) {
+        if (connection.processId == pid) {
+            return true;
+        }
+    }
+    return false;
 }
 
 TEST(Processes, SnapshotHoldsALaunchedProcessWithItsName) {
@@ -282,6 +292,21 @@ TEST(Processes, KillProcessesEndsEveryProcessOfThatNameOfThisUser) {
     ASSERT_NE(worker, 0u);
     detector::killProcesses(server.exeName());
     EXPECT_TRUE(eventually([&] { return pidsNamed(server.exeName()).empty(); }));
+}
+
+// A server started right after an end must find the port free: the end returns only once the
+// worker has let go of its listening socket.
+TEST(Processes, AnEndedWorkerHasLetGoOfItsPortWhenTheEndReturns) {
+    DoubleInstallation server;
+    ASSERT_TRUE(server.launch());
+    const std::uint32_t master = server.waitForMaster();
+    ASSERT_NE(master, 0u);
+    const std::uint32_t worker = server.waitForWorker(master);
+    ASSERT_NE(worker, 0u);
+    ASSERT_TRUE(eventually([&] { return hasConnection(worker); }));
+    ASSERT_TRUE(detector::native::terminateProcess(worker));
+    EXPECT_FALSE(detector::processExists(worker));
+    EXPECT_FALSE(hasConnection(worker));
 }
 
 TEST(Processes, KillProcessesLeavesProcessesOfAnotherNameAlone) {
