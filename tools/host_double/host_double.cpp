@@ -195,6 +195,29 @@ std::string emittedText(std::size_t count) {
     return text;
 }
 
+bool listenLikeNginx(const Listener& where,
+                     const std::function<std::optional<std::string>()>& tryOnce) {
+    constexpr int tries = 5;
+    const std::string address =
+        where.address.find(':') != std::string::npos ? "[" + where.address + "]" : where.address;
+    const std::string place = address + ":" + std::to_string(where.port);
+    for (int attempt = 1; attempt <= tries; ++attempt) {
+        const std::optional<std::string> refusal = tryOnce();
+        if (!refusal) {
+            return true;
+        }
+        writeErrorLog(errorLogLine("emerg", native::ownPid(),
+                                   "bind() to " + place + " failed (" + *refusal + ")"));
+        if (attempt < tries) {
+            writeErrorLog(
+                errorLogLine("notice", native::ownPid(), "try again to bind() after 500ms"));
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        }
+    }
+    writeErrorLog(errorLogLine("emerg", native::ownPid(), "still could not bind()"));
+    return false;
+}
+
 int runMaster(const Switches& switches) {
     // nginx opens its error log first and goes on without it; a configuration that can't be read
     // ends it.

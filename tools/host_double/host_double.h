@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
 
 // The server double: what CorvaniteHost.exe does for the control panel's tests.
@@ -32,6 +34,12 @@ Listener listenerOf(const std::string& configuration);
 
 // One line of nginx's error log: "2026/11/24 18:00:49 [emerg] 1234#1234: <message>".
 std::string errorLogLine(const std::string& level, std::uint32_t pid, const std::string& message);
+
+// nginx's bind: up to five tries half a second apart, each refusal written to the error log as
+// nginx writes it, then "still could not bind()" and false. tryOnce listens, or gives the system's
+// words for the refusal ("10048: Only one usage …").
+bool listenLikeNginx(const Listener& where,
+                     const std::function<std::optional<std::string>()>& tryOnce);
 
 // The bytes that --emit writes: digits 0 to 9 over and over, the last byte a line end.
 std::string emittedText(std::size_t count);

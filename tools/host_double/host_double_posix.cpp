@@ -12,6 +12,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -81,20 +82,28 @@ socklen_t socketAddress(const Listener& listener, sockaddr_storage& address) {
     return 0;
 }
 
+// A listening socket, or -1 with errno telling why.
 int listenOn(const Listener& where) {
     sockaddr_storage address{};
     const socklen_t length = socketAddress(where, address);
     if (length == 0) {
+        errno = EINVAL;
         return -1;
     }
     const int listener = socket(address.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (listener < 0) {
+        return -1;
+    }
     // nginx's "[::]" listener takes IPv6 only.
     const int sixOnly = 1;
-    if (listener >= 0 && address.ss_family == AF_INET6) {
+    if (address.ss_family == AF_INET6) {
         setsockopt(listener, IPPROTO_IPV6, IPV6_V6ONLY, &sixOnly, sizeof sixOnly);
     }
-    if (listener < 0 || bind(listener, reinterpret_cast<const sockaddr*>(&address), length) != 0 ||
+    if (bind(listener, reinterpret_cast<const sockaddr*>(&address), length) != 0 ||
         listen(listener, SOMAXCONN) != 0) {
+        const int error = errno;
+        close(listener);
+        errno = error;
         return -1;
     }
     return listener;
@@ -216,8 +225,15 @@ int runWorker(const WorkerOrders& orders, std::uint32_t masterPid) {
             pause();
         }
     }
-    const int listener = listenOn(orders.listener);
-    if (listener < 0) {
+    int listener = -1;
+    const bool listening = listenLikeNginx(orders.listener, [&]() -> std::optional<std::string> {
+        listener = listenOn(orders.listener);
+        if (listener >= 0) {
+            return std::nullopt;
+        }
+        return std::to_string(errno) + ": " + std::strerror(errno);
+    });
+    if (!listening) {
         return 1;
     }
     for (;;) {

@@ -48,6 +48,7 @@ int socketAddress(const Listener& listener, sockaddr_storage& address) {
     return 0;
 }
 
+// A listening socket, or INVALID_SOCKET with WSAGetLastError telling why.
 SOCKET listenOn(const Listener& where) {
     WSADATA data{};
     if (WSAStartup(MAKEWORD(2, 2), &data) != 0) {
@@ -56,18 +57,24 @@ SOCKET listenOn(const Listener& where) {
     sockaddr_storage address{};
     const int length = socketAddress(where, address);
     if (length == 0) {
+        WSASetLastError(WSAEINVAL);
         return INVALID_SOCKET;
     }
     const SOCKET listener = socket(address.ss_family, SOCK_STREAM, IPPROTO_TCP);
+    if (listener == INVALID_SOCKET) {
+        return INVALID_SOCKET;
+    }
     // nginx's "[::]" listener takes IPv6 only.
     const DWORD sixOnly = 1;
-    if (listener != INVALID_SOCKET && address.ss_family == AF_INET6) {
+    if (address.ss_family == AF_INET6) {
         setsockopt(listener, IPPROTO_IPV6, IPV6_V6ONLY, reinterpret_cast<const char*>(&sixOnly),
                    sizeof sixOnly);
     }
-    if (listener == INVALID_SOCKET ||
-        bind(listener, reinterpret_cast<const sockaddr*>(&address), length) != 0 ||
+    if (bind(listener, reinterpret_cast<const sockaddr*>(&address), length) != 0 ||
         listen(listener, SOMAXCONN) != 0) {
+        const int error = WSAGetLastError();
+        closesocket(listener);
+        WSASetLastError(error);
         return INVALID_SOCKET;
     }
     // Wine leaves the owner pid of a listening socket's row at 0 until an option is set on it
@@ -76,6 +83,20 @@ SOCKET listenOn(const Listener& where) {
     setsockopt(listener, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&noDelay),
                sizeof noDelay);
     return listener;
+}
+
+// "10048: Only one usage of each socket address …", as nginx writes a socket error.
+std::string socketErrorText(int error) {
+    char text[512] = {};
+    const DWORD length =
+        FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                       static_cast<DWORD>(error), 0, text, sizeof text, nullptr);
+    std::string words(text, length);
+    while (!words.empty() &&
+           (words.back() == '\n' || words.back() == '\r' || words.back() == '.')) {
+        words.pop_back();
+    }
+    return std::to_string(error) + ": " + words;
 }
 
 } // namespace
@@ -211,8 +232,16 @@ int runWorker(const WorkerOrders& orders, std::uint32_t masterPid) {
         return 1;
     }
     if (!orders.neverListen) {
-        const SOCKET listener = listenOn(orders.listener);
-        if (listener == INVALID_SOCKET) {
+        SOCKET listener = INVALID_SOCKET;
+        const bool listening =
+            listenLikeNginx(orders.listener, [&]() -> std::optional<std::string> {
+                listener = listenOn(orders.listener);
+                if (listener != INVALID_SOCKET) {
+                    return std::nullopt;
+                }
+                return socketErrorText(WSAGetLastError());
+            });
+        if (!listening) {
             return 1;
         }
         std::thread(acceptForever, listener).detach();

@@ -81,6 +81,56 @@ void expectListeningOnEveryInterface(const detector::TcpConnection& row, unsigne
     EXPECT_EQ(row.stateName, "LISTEN");
 }
 
+// A copy of the port holder that listens on every interface at a random port until it is ended.
+struct PortHolder {
+    PortHolder() {
+        std::filesystem::copy_file(nativePath(portHolderExecutable()),
+                                   nativePath(folder.file(name)));
+        if (!detector::launchProcess(folder.file(name), " " + std::to_string(port) + " --for 60")) {
+            return;
+        }
+        eventually([&] {
+            const std::vector<std::uint32_t> pids = pidsNamed(name);
+            pid = pids.empty() ? 0 : pids.front();
+            return pid != 0 && connectionOf(pid, milliseconds(100)).has_value();
+        });
+    }
+    ~PortHolder() { end(); }
+    PortHolder(const PortHolder&) = delete;
+    PortHolder& operator=(const PortHolder&) = delete;
+    void end() const { detector::killProcesses(name); }
+
+    TempFolder folder;
+    std::string name = uniqueExecutableName("PortHolder");
+    unsigned port = randomPort();
+    std::uint32_t pid = 0;
+};
+
+std::string listenConfiguration(unsigned port) {
+    return "http {\n    server {\n        listen " + std::to_string(port) + ";\n    }\n}\n";
+}
+
+// The lines of the installation's error log.
+std::vector<std::string> errorLogLines(const DoubleInstallation& installation) {
+    std::ifstream log(nativePath(installation.file("logs/error.log")), std::ios::binary);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(log, line);) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+std::size_t linesWith(const std::vector<std::string>& lines, const std::string& part) {
+    std::size_t count = 0;
+    for (const std::string& line : lines) {
+        count += line.find(part) != std::string::npos ? 1 : 0;
+    }
+    return count;
+}
+
 TEST(ServerDouble, WorkersListeningRowShowsTheWorkersPidAndThePortOfTheConfiguration) {
     // A port taken by some other program makes the worker fail; another one is tried then.
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -236,6 +286,49 @@ TEST(ServerDouble, ServerThatDiesLeavesItsPidFileBehind) {
     ASSERT_NE(server.worker, 0u);
     EXPECT_TRUE(server.ended());
     EXPECT_EQ(installation.pidFromFile(), std::optional<std::uint32_t>(server.master));
+}
+
+// nginx tries its bind five times, half a second apart, and says so in its error log; then it gives
+// up with "still could not bind()".
+TEST(ServerDouble, AWorkerWhosePortIsHeldTriesFiveTimesAsNginxDoesAndGivesUp) {
+    const PortHolder holder;
+    ASSERT_NE(holder.pid, 0u);
+    DoubleInstallation installation;
+    std::filesystem::create_directories(nativePath(installation.file("logs")));
+    installation.writeConfiguration(listenConfiguration(holder.port));
+    ASSERT_TRUE(installation.launch());
+    ASSERT_NE(installation.waitForMaster(), 0u);
+    EXPECT_TRUE(eventually(
+        [&] { return linesWith(errorLogLines(installation), "still could not bind()") == 1; }));
+    const std::vector<std::string> lines = errorLogLines(installation);
+    EXPECT_EQ(linesWith(lines, "[emerg] "), 6u);
+    EXPECT_EQ(linesWith(lines, "bind() to 0.0.0.0:" + std::to_string(holder.port) + " failed ("),
+              5u);
+    EXPECT_EQ(linesWith(lines, "[notice] "), 5u); // the start's, and four of these:
+    EXPECT_EQ(linesWith(lines, "try again to bind() after 500ms"), 4u);
+    ASSERT_FALSE(lines.empty());
+    EXPECT_NE(lines.back().find("still could not bind()"), std::string::npos) << lines.back();
+}
+
+// A port that its holder lets go of while nginx still tries is taken at the next try.
+TEST(ServerDouble, APortFreedWhileTheWorkerTriesIsTakenAtTheNextTry) {
+    PortHolder holder;
+    ASSERT_NE(holder.pid, 0u);
+    DoubleInstallation installation;
+    std::filesystem::create_directories(nativePath(installation.file("logs")));
+    installation.writeConfiguration(listenConfiguration(holder.port));
+    ASSERT_TRUE(installation.launch());
+    const std::uint32_t master = installation.waitForMaster();
+    ASSERT_NE(master, 0u);
+    ASSERT_TRUE(
+        eventually([&] { return linesWith(errorLogLines(installation), " failed (") > 0; }));
+    holder.end();
+    const std::uint32_t worker = installation.waitForWorker(master);
+    ASSERT_NE(worker, 0u);
+    const std::optional<detector::TcpConnection> row = connectionOf(worker, seconds(5));
+    ASSERT_TRUE(row.has_value());
+    expectListeningOnEveryInterface(*row, holder.port);
+    EXPECT_EQ(linesWith(errorLogLines(installation), "still could not bind()"), 0u);
 }
 
 } // namespace
