@@ -70,12 +70,12 @@ HostAction actionOf(std::int32_t id) {
 class HostOperationCommand : public SimpleCommand<CorvaniteHost> {
 public:
     HostOperationCommand(std::int32_t id, CorvaniteHost& host, Action action)
-        : SimpleCommand<CorvaniteHost>(id, host, std::move(action)), host(host) {}
+        : SimpleCommand<CorvaniteHost>(id, host, std::move(action)), host_(host) {}
 
-    bool claim() override { return host.claimOperation(); }
+    bool claim() override { return host_.claimOperation(); }
 
 private:
-    CorvaniteHost& host;
+    CorvaniteHost& host_;
 };
 
 } // namespace

@@ -23,7 +23,7 @@ class Deflater {
 public:
     Deflater() {
         const int result =
-            deflateInit2(&stream, level, Z_DEFLATED, windowBits, memoryLevel, Z_DEFAULT_STRATEGY);
+            deflateInit2(&stream_, level, Z_DEFLATED, windowBits, memoryLevel, Z_DEFAULT_STRATEGY);
         if (result == Z_MEM_ERROR) {
             throw std::bad_alloc();
         }
@@ -31,7 +31,7 @@ public:
             throw std::runtime_error("deflateInit2");
         }
     }
-    ~Deflater() { deflateEnd(&stream); }
+    ~Deflater() { deflateEnd(&stream_); }
     Deflater(const Deflater&) = delete;
     Deflater& operator=(const Deflater&) = delete;
 
@@ -40,19 +40,19 @@ public:
         std::size_t fed = 0;
         int result = Z_OK;
         while (result != Z_STREAM_END) {
-            if (stream.avail_in == 0 && fed < data.size()) {
+            if (stream_.avail_in == 0 && fed < data.size()) {
                 const std::size_t piece = std::min(inputChunk, data.size() - fed);
-                stream.next_in = const_cast<Bytef*>(data.data() + fed);
-                stream.avail_in = static_cast<uInt>(piece);
+                stream_.next_in = const_cast<Bytef*>(data.data() + fed);
+                stream_.avail_in = static_cast<uInt>(piece);
                 fed += piece;
             }
             const int flush = fed == data.size() ? Z_FINISH : Z_NO_FLUSH;
             const std::size_t before = out.size();
             out.resize(before + outputChunk);
-            stream.next_out = out.data() + before;
-            stream.avail_out = static_cast<uInt>(outputChunk);
-            result = deflate(&stream, flush);
-            out.resize(out.size() - stream.avail_out);
+            stream_.next_out = out.data() + before;
+            stream_.avail_out = static_cast<uInt>(outputChunk);
+            result = deflate(&stream_, flush);
+            out.resize(out.size() - stream_.avail_out);
             if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR) {
                 throw std::runtime_error("deflate");
             }
@@ -61,7 +61,7 @@ public:
     }
 
 private:
-    z_stream stream{};
+    z_stream stream_{};
 };
 
 } // namespace

@@ -18,8 +18,8 @@ using HealthFunction = HRESULT(WINAPI*)(DWORD provider, DWORD* health);
 class WindowsSecurityCentre : public SecurityCentre {
 public:
     std::wstring firstProductName(const wchar_t* query) override {
-        session.connect(L"ROOT\\SecurityCenter2");
-        const ComPtr<IEnumWbemClassObject> objects = session.query(query);
+        session_.connect(L"ROOT\\SecurityCenter2");
+        const ComPtr<IEnumWbemClassObject> objects = session_.query(query);
         // A product without a display name is passed over for the next one.
         while (const std::optional<std::wstring> name =
                    nextObjectText(objects.get(), L"displayName")) {
@@ -31,21 +31,21 @@ public:
     }
 
     void loadHealth() override {
-        library = std::make_unique<SharedLibrary>("WSCAPI.dll");
-        function =
-            reinterpret_cast<HealthFunction>(library->symbol("WscGetSecurityProviderHealth"));
+        library_ = std::make_unique<SharedLibrary>("WSCAPI.dll");
+        function_ =
+            reinterpret_cast<HealthFunction>(library_->symbol("WscGetSecurityProviderHealth"));
     }
 
     HealthAnswer health(std::uint32_t provider) override {
         DWORD state = 0;
-        const HRESULT result = function(provider, &state);
+        const HRESULT result = function_(provider, &state);
         return HealthAnswer{static_cast<std::int32_t>(result), state};
     }
 
 private:
-    WmiSession session;
-    std::unique_ptr<SharedLibrary> library;
-    HealthFunction function = nullptr;
+    WmiSession session_;
+    std::unique_ptr<SharedLibrary> library_;
+    HealthFunction function_ = nullptr;
 };
 
 } // namespace

@@ -29,21 +29,21 @@ void initialiseCom() {
 
 } // namespace
 
-Bstr::Bstr(const wchar_t* source) : text(SysAllocString(source)) {
-    if (text == nullptr) {
+Bstr::Bstr(const wchar_t* source) : text_(SysAllocString(source)) {
+    if (text_ == nullptr) {
         throw std::runtime_error(std::to_string(static_cast<unsigned long>(E_OUTOFMEMORY)));
     }
 }
 
 Bstr::~Bstr() {
-    SysFreeString(text);
+    SysFreeString(text_);
 }
 
 WmiSession::WmiSession() {
     initialiseCom();
     const HRESULT created =
         CoCreateInstance(CLSID_WbemLocator, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemLocator,
-                         reinterpret_cast<void**>(locator.out()));
+                         reinterpret_cast<void**>(locator_.out()));
     if (FAILED(created)) {
         CoUninitialize();
         throw InternalError();
@@ -51,18 +51,18 @@ WmiSession::WmiSession() {
 }
 
 WmiSession::~WmiSession() {
-    services.reset();
-    locator.reset();
+    services_.reset();
+    locator_.reset();
     CoUninitialize();
 }
 
 void WmiSession::connect(const wchar_t* space) {
     const Bstr name(space);
-    if (FAILED(locator->ConnectServer(name.get(), nullptr, nullptr, nullptr, 0, nullptr, nullptr,
-                                      services.out()))) {
+    if (FAILED(locator_->ConnectServer(name.get(), nullptr, nullptr, nullptr, 0, nullptr, nullptr,
+                                       services_.out()))) {
         throw InternalError();
     }
-    if (FAILED(CoSetProxyBlanket(services.get(), RPC_C_AUTHN_WINNT, RPC_C_AUTHZ_NONE, nullptr,
+    if (FAILED(CoSetProxyBlanket(services_.get(), RPC_C_AUTHN_WINNT, RPC_C_AUTHZ_NONE, nullptr,
                                  RPC_C_AUTHN_LEVEL_CALL, RPC_C_IMP_LEVEL_IMPERSONATE, nullptr,
                                  EOAC_NONE))) {
         throw InternalError();
@@ -73,9 +73,9 @@ ComPtr<IEnumWbemClassObject> WmiSession::query(const wchar_t* wql) {
     const Bstr language(L"WQL");
     const Bstr text(wql);
     ComPtr<IEnumWbemClassObject> objects;
-    if (FAILED(services->ExecQuery(language.get(), text.get(),
-                                   WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr,
-                                   objects.out()))) {
+    if (FAILED(services_->ExecQuery(language.get(), text.get(),
+                                    WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr,
+                                    objects.out()))) {
         throw InternalError();
     }
     return objects;

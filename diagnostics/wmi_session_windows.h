@@ -17,32 +17,32 @@ public:
     ~ComPtr() { reset(); }
     ComPtr(const ComPtr&) = delete;
     ComPtr& operator=(const ComPtr&) = delete;
-    ComPtr(ComPtr&& other) noexcept : pointer(other.pointer) { other.pointer = nullptr; }
+    ComPtr(ComPtr&& other) noexcept : pointer_(other.pointer_) { other.pointer_ = nullptr; }
     ComPtr& operator=(ComPtr&& other) noexcept {
         if (this != &other) {
             reset();
-            pointer = other.pointer;
-            other.pointer = nullptr;
+            pointer_ = other.pointer_;
+            other.pointer_ = nullptr;
         }
         return *this;
     }
 
-    Interface* get() const { return pointer; }
-    Interface* operator->() const { return pointer; }
+    Interface* get() const { return pointer_; }
+    Interface* operator->() const { return pointer_; }
     // For an out argument: the old reference is released first.
     Interface** out() {
         reset();
-        return &pointer;
+        return &pointer_;
     }
     void reset() {
-        if (pointer != nullptr) {
-            pointer->Release();
-            pointer = nullptr;
+        if (pointer_ != nullptr) {
+            pointer_->Release();
+            pointer_ = nullptr;
         }
     }
 
 private:
-    Interface* pointer = nullptr;
+    Interface* pointer_ = nullptr;
 };
 
 // A COM string that is freed when it goes. Raises std::runtime_error with the decimal code of
@@ -53,10 +53,10 @@ public:
     ~Bstr();
     Bstr(const Bstr&) = delete;
     Bstr& operator=(const Bstr&) = delete;
-    BSTR get() const { return text; }
+    BSTR get() const { return text_; }
 
 private:
-    BSTR text;
+    BSTR text_;
 };
 
 // One COM initialisation of the calling thread with a locator and, once connected, the services
@@ -75,8 +75,8 @@ public:
     ComPtr<IEnumWbemClassObject> query(const wchar_t* wql);
 
 private:
-    ComPtr<IWbemLocator> locator;
-    ComPtr<IWbemServices> services;
+    ComPtr<IWbemLocator> locator_;
+    ComPtr<IWbemServices> services_;
 };
 
 // The text of a property of the enumerator's next object: an empty text when the property holds

@@ -39,8 +39,8 @@ class ArchiveBuilder {
 public:
     void addMember(const ZipArchive::Entry& entry) {
         const std::string_view name = memberName(entry.name);
-        if (members == ziprecords::maxMembers || !isAcceptable(name, entry.data) ||
-            !ziprecords::memberFits(out.size(), directory.size(), name.size(), 0) ||
+        if (members_ == ziprecords::maxMembers || !isAcceptable(name, entry.data) ||
+            !ziprecords::memberFits(out_.size(), directory_.size(), name.size(), 0) ||
             entry.data.size() > ziprecords::maxArchiveSize) {
             throw ZipArchive::PackError();
         }
@@ -51,7 +51,7 @@ public:
             deflated = rawdeflate::compress(entry.data);
         }
         const std::vector<std::uint8_t>& payload = stored ? entry.data : deflated;
-        if (!ziprecords::memberFits(out.size(), directory.size(), name.size(), payload.size())) {
+        if (!ziprecords::memberFits(out_.size(), directory_.size(), name.size(), payload.size())) {
             throw ZipArchive::PackError();
         }
         ziprecords::Member member;
@@ -60,27 +60,27 @@ public:
         member.crc = rawdeflate::checksum(entry.data);
         member.compressedSize = static_cast<std::uint32_t>(payload.size());
         member.uncompressedSize = static_cast<std::uint32_t>(entry.data.size());
-        member.localHeaderOffset = static_cast<std::uint32_t>(out.size());
+        member.localHeaderOffset = static_cast<std::uint32_t>(out_.size());
         member.externalAttributes = isFolderName(name) ? ziprecords::folderAttribute : 0;
-        ziprecords::appendLocalHeader(out, member);
-        out.insert(out.end(), payload.begin(), payload.end());
-        ziprecords::appendCentralHeader(directory, member);
-        ++members;
+        ziprecords::appendLocalHeader(out_, member);
+        out_.insert(out_.end(), payload.begin(), payload.end());
+        ziprecords::appendCentralHeader(directory_, member);
+        ++members_;
     }
 
     std::vector<std::uint8_t> finish() {
-        const auto directoryOffset = members == 0 ? 0u : static_cast<std::uint32_t>(out.size());
-        const auto directorySize = static_cast<std::uint32_t>(directory.size());
-        out.insert(out.end(), directory.begin(), directory.end());
-        ziprecords::appendEndRecord(out, static_cast<std::uint16_t>(members), directorySize,
+        const auto directoryOffset = members_ == 0 ? 0u : static_cast<std::uint32_t>(out_.size());
+        const auto directorySize = static_cast<std::uint32_t>(directory_.size());
+        out_.insert(out_.end(), directory_.begin(), directory_.end());
+        ziprecords::appendEndRecord(out_, static_cast<std::uint16_t>(members_), directorySize,
                                     directoryOffset);
-        return std::move(out);
+        return std::move(out_);
     }
 
 private:
-    std::vector<std::uint8_t> out;
-    std::vector<std::uint8_t> directory;
-    std::uint32_t members = 0;
+    std::vector<std::uint8_t> out_;
+    std::vector<std::uint8_t> directory_;
+    std::uint32_t members_ = 0;
 };
 
 } // namespace
@@ -90,7 +90,7 @@ const char* ZipArchive::PackError::what() const noexcept {
 }
 
 void ZipArchive::add(const Entry& entry) {
-    entries.push_back(entry);
+    entries_.push_back(entry);
 }
 
 std::vector<std::uint8_t> ZipArchive::pack() const {
@@ -98,7 +98,7 @@ std::vector<std::uint8_t> ZipArchive::pack() const {
     // archive leaves this function.
     try {
         ArchiveBuilder builder;
-        for (const Entry& entry : entries) {
+        for (const Entry& entry : entries_) {
             builder.addMember(entry);
         }
         return builder.finish();

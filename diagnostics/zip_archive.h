@@ -33,5 +33,5 @@ public:
     std::vector<std::uint8_t> pack() const;
 
 private:
-    std::vector<Entry> entries;
+    std::vector<Entry> entries_;
 };

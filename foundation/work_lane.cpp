@@ -35,10 +35,10 @@ namespace {
 
 } // namespace
 
-WorkLane::WorkLane() : queue(new Queue) {}
+WorkLane::WorkLane() : queue_(new Queue) {}
 
 void WorkLane::post(std::function<void()> job) {
-    Queue& lane = *queue;
+    Queue& lane = *queue_;
     {
         const std::lock_guard<std::mutex> hold(lane.lock);
         lane.jobs.push_back(std::move(job));

@@ -24,7 +24,7 @@ public:
 private:
     struct Queue;
     // Never destroyed: the thread waits on it until the process ends.
-    Queue* const queue;
+    Queue* const queue_;
 };
 
 // The lane of the server's operations.

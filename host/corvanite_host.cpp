@@ -113,15 +113,15 @@ void tellFolderNotWritable() {
 // pairs with the refresh's acquire, so that a refresh after the operation sees its changes.
 class CorvaniteHost::Operation {
 public:
-    explicit Operation(std::atomic<OperationState>& state) : state(state) {
+    explicit Operation(std::atomic<OperationState>& state) : state_(state) {
         OperationState expected = claimed;
-        owns = state.compare_exchange_strong(expected, running, std::memory_order_acq_rel);
+        owns = state_.compare_exchange_strong(expected, running, std::memory_order_acq_rel);
         expected = idle;
-        owns = owns || state.compare_exchange_strong(expected, running, std::memory_order_acq_rel);
+        owns = owns || state_.compare_exchange_strong(expected, running, std::memory_order_acq_rel);
     }
     ~Operation() {
         if (owns) {
-            state.store(idle, std::memory_order_release);
+            state_.store(idle, std::memory_order_release);
         }
     }
     Operation(const Operation&) = delete;
@@ -131,7 +131,7 @@ public:
     bool owns = false;
 
 private:
-    std::atomic<OperationState>& state;
+    std::atomic<OperationState>& state_;
 };
 
 CorvaniteHost::CorvaniteHost() {
@@ -148,37 +148,37 @@ std::shared_ptr<CorvaniteHost> getHost() {
 
 bool CorvaniteHost::claimOperation() {
     OperationState expected = idle;
-    return operation.compare_exchange_strong(expected, claimed, std::memory_order_acq_rel);
+    return operation_.compare_exchange_strong(expected, claimed, std::memory_order_acq_rel);
 }
 
 bool CorvaniteHost::busy() const {
-    return operation.load(std::memory_order_acquire) != idle;
+    return operation_.load(std::memory_order_acquire) != idle;
 }
 
 std::string CorvaniteHost::cachedAddress() const {
-    const std::lock_guard<std::mutex> lock(cacheLock);
-    return address;
+    const std::lock_guard<std::mutex> lock(cacheLock_);
+    return address_;
 }
 
 std::string CorvaniteHost::cachedPort() const {
-    const std::lock_guard<std::mutex> lock(cacheLock);
-    return port;
+    const std::lock_guard<std::mutex> lock(cacheLock_);
+    return port_;
 }
 
 void CorvaniteHost::forgetConnection() {
-    const std::lock_guard<std::mutex> lock(cacheLock);
+    const std::lock_guard<std::mutex> lock(cacheLock_);
     dropWorker();
 }
 
 void CorvaniteHost::dropWorker() {
-    worker.reset();
-    workerMaster = 0;
-    address.clear();
-    port.clear();
+    worker_.reset();
+    workerMaster_ = 0;
+    address_.clear();
+    port_.clear();
 }
 
 bool CorvaniteHost::holdsWorkerOf(std::uint32_t masterPid) const {
-    return worker && workerMaster == masterPid && !port.empty() && worker->running();
+    return worker_ && workerMaster_ == masterPid && !port_.empty() && worker_->running();
 }
 
 bool CorvaniteHost::lookForWorker(std::uint32_t masterPid) {
@@ -191,10 +191,10 @@ bool CorvaniteHost::lookForWorker(std::uint32_t masterPid) {
         if (!held || !held->running()) {
             return false;
         }
-        address = detector::ipv4Text(connection.localAddress);
-        port = std::to_string(connection.localPort);
-        worker = std::move(held);
-        workerMaster = masterPid;
+        address_ = detector::ipv4Text(connection.localAddress);
+        port_ = std::to_string(connection.localPort);
+        worker_ = std::move(held);
+        workerMaster_ = masterPid;
     } catch (const std::exception&) {
         dropWorker();
         return false;
@@ -206,7 +206,7 @@ ServerStatus CorvaniteHost::serverStatus() {
     ServerStatus status;
     // Taken before busy is read: an operation that begins meanwhile clears the cache only after
     // this refresh is done with it.
-    const std::lock_guard<std::mutex> lock(cacheLock);
+    const std::lock_guard<std::mutex> lock(cacheLock_);
     if (busy()) {
         return status;
     }
@@ -225,13 +225,13 @@ ServerStatus CorvaniteHost::serverStatus() {
     }
     status.running = true;
     status.time = uptimeText(seconds);
-    status.port = port;
-    status.address = address;
+    status.port = port_;
+    status.address = address_;
     return status;
 }
 
 void CorvaniteHost::startServer() {
-    const Operation held(operation);
+    const Operation held(operation_);
     if (!held.owns) {
         return;
     }
@@ -245,7 +245,7 @@ void CorvaniteHost::startServer() {
         return;
     }
     {
-        const std::lock_guard<std::mutex> lock(heldPortLock);
+        const std::lock_guard<std::mutex> lock(heldPortLock_);
         heldPort_.reset();
     }
     // What is left of an earlier server of this folder (a worker that outlived its master) would
@@ -262,7 +262,7 @@ void CorvaniteHost::startServer() {
 }
 
 std::optional<HeldPort> CorvaniteHost::heldPort() const {
-    const std::lock_guard<std::mutex> lock(heldPortLock);
+    const std::lock_guard<std::mutex> lock(heldPortLock_);
     return heldPort_;
 }
 
@@ -292,7 +292,7 @@ bool CorvaniteHost::reportHeldPort() {
         holder->name.clear();
     }
     {
-        const std::lock_guard<std::mutex> lock(heldPortLock);
+        const std::lock_guard<std::mutex> lock(heldPortLock_);
         heldPort_ = HeldPort{*configured, holder};
     }
     showMessageBox(productName, heldport::heldPortText(*configured, holder, "\n"),
@@ -312,7 +312,7 @@ void CorvaniteHost::endInstallationProcesses() {
 }
 
 void CorvaniteHost::stopServer() {
-    const Operation held(operation);
+    const Operation held(operation_);
     if (held.owns && isServerRunning()) {
         controlServer(true);
     }
@@ -322,7 +322,7 @@ void CorvaniteHost::applyLogLevel() {
     int result = NginxConfig::Unchanged;
     {
         // Held from the read of nginx.conf on: two level changes at once would write it together.
-        const Operation held(operation);
+        const Operation held(operation_);
         if (!held.owns) {
             return;
         }

@@ -89,12 +89,12 @@ public:
 
 private:
     // True when the held worker belongs to this master and still runs: the cached address and
-    // port are its. Called with cacheLock held.
+    // port are its. Called with cacheLock_ held.
     bool holdsWorkerOf(std::uint32_t masterPid) const;
     // Looks for the master's worker and its connection, and holds both; false when either isn't
-    // there yet. Called with cacheLock held.
+    // there yet. Called with cacheLock_ held.
     bool lookForWorker(std::uint32_t masterPid);
-    // Lets go of the worker and its connection. Called with cacheLock held.
+    // Lets go of the worker and its connection. Called with cacheLock_ held.
     void dropWorker();
 
     // Looks for another program on nginx.conf's port; when there is one, keeps it for the status
@@ -105,23 +105,23 @@ private:
     class Operation;
     enum OperationState : std::uint8_t { idle, claimed, running };
 
-    // Guards address and port: a refresh runs wholly before or after the changes of a start or
+    // Guards address_ and port_: a refresh runs wholly before or after the changes of a start or
     // stop, and two refreshes (the timer's and a report's) don't meet. Never held across a wait.
-    mutable std::mutex cacheLock;
+    mutable std::mutex cacheLock_;
     // Local address of the server's connection, dotted decimal; empty when not known.
-    std::string address;
+    std::string address_;
     // Local port of the server's connection, decimal; empty when not known.
-    std::string port;
+    std::string port_;
     // The worker whose connection address and port are, and the master it was found under. A
     // listener on every interface has an empty address, so the held worker, not the address,
     // tells a refresh that the connection is known.
-    std::optional<detector::ProcessIdentity> worker;
-    std::uint32_t workerMaster = 0;
+    std::optional<detector::ProcessIdentity> worker_;
+    std::uint32_t workerMaster_ = 0;
     // Guards heldPort_, which a start writes and the window's tick reads.
-    mutable std::mutex heldPortLock;
+    mutable std::mutex heldPortLock_;
     std::optional<HeldPort> heldPort_;
     // The object is made claimed: the constructor's start is its first operation.
-    std::atomic<OperationState> operation{claimed};
+    std::atomic<OperationState> operation_{claimed};
 };
 
 // The host of this process, made (and the server started) at the first call, which comes on the

@@ -20,12 +20,12 @@ public:
     Function symbol(const char* name) const;
 
     // The full path of the loaded module as the system reports it.
-    const std::wstring& modulePath() const { return path; }
+    const std::wstring& modulePath() const { return path_; }
 
 private:
     // The native module handle, opaque here.
-    void* handle = nullptr;
-    std::wstring path;
+    void* handle_ = nullptr;
+    std::wstring path_;
 };
 
 // The file name of a library on the product's platform: `base`, ".", "dll". The addon library keeps

@@ -11,27 +11,27 @@
 
 // The library keeps its Windows file name here: dlopen takes any name when it is given a path.
 SharedLibrary::SharedLibrary(const std::string& path) {
-    handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (handle == nullptr) {
+    handle_ = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle_ == nullptr) {
         throw LoadLibraryError(path);
     }
     link_map* module = nullptr;
-    if (dlinfo(handle, RTLD_DI_LINKMAP, &module) == 0 && module != nullptr &&
+    if (dlinfo(handle_, RTLD_DI_LINKMAP, &module) == 0 && module != nullptr &&
         module->l_name != nullptr) {
-        this->path = utf8ToUtf16(module->l_name);
+        path_ = utf8ToUtf16(module->l_name);
     }
-    if (this->path.empty()) {
-        dlclose(handle);
+    if (path_.empty()) {
+        dlclose(handle_);
         throw std::runtime_error(commonMessages.format(commonmsg::filePathNotFound, path.c_str()));
     }
 }
 
 SharedLibrary::~SharedLibrary() {
-    dlclose(handle);
+    dlclose(handle_);
 }
 
 SharedLibrary::Function SharedLibrary::symbol(const char* name) const {
-    void* address = dlsym(handle, name);
+    void* address = dlsym(handle_, name);
     if (address == nullptr) {
         throw std::runtime_error(commonMessages.format(commonmsg::functionNotLoaded, name));
     }

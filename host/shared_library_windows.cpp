@@ -29,26 +29,26 @@ HMODULE load(const std::string& path) {
 } // namespace
 
 SharedLibrary::SharedLibrary(const std::string& path) {
-    handle = load(path);
-    if (handle == nullptr) {
+    handle_ = load(path);
+    if (handle_ == nullptr) {
         throw LoadLibraryError(path);
     }
     wchar_t buffer[MAX_PATH] = {};
-    if (GetModuleFileNameW(moduleOf(handle), buffer, sizeof(buffer) / sizeof(buffer[0])) != 0) {
-        this->path = buffer;
+    if (GetModuleFileNameW(moduleOf(handle_), buffer, sizeof(buffer) / sizeof(buffer[0])) != 0) {
+        path_ = buffer;
     }
-    if (this->path.empty()) {
-        FreeLibrary(moduleOf(handle));
+    if (path_.empty()) {
+        FreeLibrary(moduleOf(handle_));
         throw std::runtime_error(commonMessages.format(commonmsg::filePathNotFound, path.c_str()));
     }
 }
 
 SharedLibrary::~SharedLibrary() {
-    FreeLibrary(moduleOf(handle));
+    FreeLibrary(moduleOf(handle_));
 }
 
 SharedLibrary::Function SharedLibrary::symbol(const char* name) const {
-    const FARPROC address = GetProcAddress(moduleOf(handle), name);
+    const FARPROC address = GetProcAddress(moduleOf(handle_), name);
     if (address == nullptr) {
         throw std::runtime_error(commonMessages.format(commonmsg::functionNotLoaded, name));
     }

@@ -102,14 +102,14 @@ const AppDataManager& AppDataManager::instance() {
     return *layout;
 }
 
-AppDataManager::AppDataManager(const std::string& path, const DisplayScale& scale) : scale(scale) {
+AppDataManager::AppDataManager(const std::string& path, const DisplayScale& scale) : scale_(scale) {
     // The library's words mean nothing to the user here: any fault of the file itself is told
     // as one message of the panel's own.
     try {
         json document = parseDocument(path);
-        windowData = document.at("window");
-        menuData = document.at("menu");
-        widgetData = document.at("widgets");
+        windowData_ = document.at("window");
+        menuData_ = document.at("menu");
+        widgetData_ = document.at("widgets");
     } catch (const std::exception&) {
         throw BasicException(panelMessages.text(panelmsg::layoutNotRead));
     }
@@ -117,18 +117,18 @@ AppDataManager::AppDataManager(const std::string& path, const DisplayScale& scal
 
 WindowRecord AppDataManager::window() const {
     WindowRecord record;
-    record.title = windowData.at("title").get<std::string>();
-    const json& size = windowData.at("size");
-    record.size = scale.scale({numberOrZero(size, "x"), numberOrZero(size, "y")});
-    record.className = utf8ToCp1251(windowData.value("className", std::string()));
-    record.updateTime = numberOrZero(windowData, "updateTime");
+    record.title = windowData_.at("title").get<std::string>();
+    const json& size = windowData_.at("size");
+    record.size = scale_.scale({numberOrZero(size, "x"), numberOrZero(size, "y")});
+    record.className = utf8ToCp1251(windowData_.value("className", std::string()));
+    record.updateTime = numberOrZero(windowData_, "updateTime");
     return record;
 }
 
 std::vector<MenuItemRecord> AppDataManager::menuItems() const {
     std::vector<MenuItemRecord> items;
-    const auto found = menuData.find("items");
-    if (found == menuData.end()) {
+    const auto found = menuData_.find("items");
+    if (found == menuData_.end()) {
         return items;
     }
     // The file holds Run and Stop side by side; the menu shows the one that fits now, and the
@@ -146,47 +146,49 @@ std::vector<MenuItemRecord> AppDataManager::menuItems() const {
 }
 
 std::vector<TabpanelRecord> AppDataManager::tabpanels() const {
-    return readWidgets<TabpanelRecord>(widgetData, "tabpanels", [this](const json& element) {
+    return readWidgets<TabpanelRecord>(widgetData_, "tabpanels", [this](const json& element) {
         TabpanelRecord record;
         record.id = readId(element);
-        record.disposition = readDisposition(element, scale);
+        record.disposition = readDisposition(element, scale_);
         record.tabs = readIds(element, "tabs");
         return record;
     });
 }
 
 std::vector<ComboboxRecord> AppDataManager::comboboxes() const {
-    return readWidgets<ComboboxRecord>(widgetData, "comboboxs", [this](const json& element) {
+    return readWidgets<ComboboxRecord>(widgetData_, "comboboxs", [this](const json& element) {
         ComboboxRecord record;
         record.id = readId(element);
         record.commandId = readCommandId(element);
-        record.disposition = readDisposition(element, scale);
+        record.disposition = readDisposition(element, scale_);
         record.values = readIds(element, "values");
         return record;
     });
 }
 
 std::vector<ButtonRecord> AppDataManager::checkboxes() const {
-    return readWidgets<ButtonRecord>(widgetData, "checkboxs", [this](const json& element) {
-        return readButton(element, scale);
+    return readWidgets<ButtonRecord>(widgetData_, "checkboxs", [this](const json& element) {
+        return readButton(element, scale_);
     });
 }
 
 std::vector<ButtonRecord> AppDataManager::syslinks() const {
-    return readWidgets<ButtonRecord>(
-        widgetData, "syslinks", [this](const json& element) { return readButton(element, scale); });
+    return readWidgets<ButtonRecord>(widgetData_, "syslinks", [this](const json& element) {
+        return readButton(element, scale_);
+    });
 }
 
 std::vector<ButtonRecord> AppDataManager::buttons() const {
-    return readWidgets<ButtonRecord>(
-        widgetData, "buttons", [this](const json& element) { return readButton(element, scale); });
+    return readWidgets<ButtonRecord>(widgetData_, "buttons", [this](const json& element) {
+        return readButton(element, scale_);
+    });
 }
 
 std::vector<LabelRecord> AppDataManager::labels() const {
-    return readWidgets<LabelRecord>(widgetData, "labels", [this](const json& element) {
+    return readWidgets<LabelRecord>(widgetData_, "labels", [this](const json& element) {
         LabelRecord record;
         record.id = readId(element);
-        record.disposition = readDisposition(element, scale);
+        record.disposition = readDisposition(element, scale_);
         return record;
     });
 }

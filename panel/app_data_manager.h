@@ -37,10 +37,10 @@ public:
     std::vector<LabelRecord> labels() const;
 
 private:
-    DisplayScale scale;
-    nlohmann::json windowData;
-    nlohmann::json menuData;
-    nlohmann::json widgetData;
+    DisplayScale scale_;
+    nlohmann::json windowData_;
+    nlohmann::json menuData_;
+    nlohmann::json widgetData_;
 };
 
 // Where the program's layout lies: the installation folder, "/", "CVHControlPanel.json". Fixed at

@@ -108,7 +108,7 @@ public:
 
 private:
     void report(std::string path, std::string message) {
-        problems.push_back({std::move(path), std::move(message)});
+        problems_.push_back({std::move(path), std::move(message)});
     }
 
     // Runs one reading step; its failure is reported at the path in the reader's own words.
@@ -142,8 +142,8 @@ private:
     const WidgetFacts* tabPanel() const;
     void checkOnPage(const WidgetFacts& facts, const Area& area);
 
-    std::vector<LayoutProblem> problems;
-    std::vector<WidgetFacts> widgets;
+    std::vector<LayoutProblem> problems_;
+    std::vector<WidgetFacts> widgets_;
 };
 
 const json* LayoutChecker::required(const json& object, const std::string& path, const char* key) {
@@ -266,7 +266,7 @@ void LayoutChecker::checkWidget(const json& element, const Section& section,
     WidgetFacts facts{path, section.kind, {}, {}, {}, {}, {}, 0};
     if (!element.is_object()) {
         report(path, typeProblem("object", element));
-        widgets.push_back(std::move(facts));
+        widgets_.push_back(std::move(facts));
         return;
     }
     facts.id = attempt(path + "/id", [&] { return identifierNumber(element.at("id")); });
@@ -288,7 +288,7 @@ void LayoutChecker::checkWidget(const json& element, const Section& section,
     if (section.listKey != nullptr) {
         checkList(facts, element, section.listKey);
     }
-    widgets.push_back(std::move(facts));
+    widgets_.push_back(std::move(facts));
 }
 
 void LayoutChecker::checkCommand(WidgetFacts& facts, const json& element) {
@@ -328,12 +328,12 @@ void LayoutChecker::checkRequiredWidgets() {
 // The program takes the first widget of an id, whatever its kind.
 void LayoutChecker::checkRequiredWidget(const AddressedWidget& required) {
     const Section& expected = sectionOf(required.kind);
-    const auto found = std::find_if(widgets.begin(), widgets.end(), [&](const WidgetFacts& each) {
+    const auto found = std::find_if(widgets_.begin(), widgets_.end(), [&](const WidgetFacts& each) {
         return each.id == required.id;
     });
     const std::string name = std::string(expected.kindName) + " " + std::to_string(required.id) +
                              " (" + required.role + ")";
-    if (found == widgets.end()) {
+    if (found == widgets_.end()) {
         report(std::string("/widgets/") + expected.key, "no " + name);
         return;
     }
@@ -355,8 +355,8 @@ void LayoutChecker::checkRequiredWidget(const AddressedWidget& required) {
 }
 
 void LayoutChecker::checkUniqueIds() {
-    for (auto later = widgets.begin(); later != widgets.end(); ++later) {
-        const auto first = std::find_if(widgets.begin(), later, [&](const WidgetFacts& each) {
+    for (auto later = widgets_.begin(); later != widgets_.end(); ++later) {
+        const auto first = std::find_if(widgets_.begin(), later, [&](const WidgetFacts& each) {
             return each.id && each.id == later->id;
         });
         if (first != later) {
@@ -367,10 +367,10 @@ void LayoutChecker::checkUniqueIds() {
 }
 
 const WidgetFacts* LayoutChecker::tabPanel() const {
-    const auto panel = std::find_if(widgets.begin(), widgets.end(), [](const WidgetFacts& each) {
+    const auto panel = std::find_if(widgets_.begin(), widgets_.end(), [](const WidgetFacts& each) {
         return each.id == widgetid::tabPanel && each.kind == WidgetKind::Tabpanel;
     });
-    return panel == widgets.end() ? nullptr : &*panel;
+    return panel == widgets_.end() ? nullptr : &*panel;
 }
 
 // A widget on a tab that the tab panel hasn't is never shown.
@@ -380,7 +380,7 @@ void LayoutChecker::checkTabs() {
         return;
     }
     const auto tabs = static_cast<std::int32_t>(panel->entries);
-    for (const WidgetFacts& facts : widgets) {
+    for (const WidgetFacts& facts : widgets_) {
         if (facts.tabIndex && *facts.tabIndex != -1 &&
             (*facts.tabIndex < 0 || *facts.tabIndex >= tabs)) {
             report(facts.path + "/tabIndex", "tab " + std::to_string(*facts.tabIndex) +
@@ -411,8 +411,8 @@ bool overlap(const Area& one, const Area& other) {
 
 // The tab panel holds the others; every other pair shown at the same time must keep apart.
 void LayoutChecker::checkPlaces(std::optional<PixelPair> clientSize) {
-    for (std::size_t index = 0; index < widgets.size(); ++index) {
-        const WidgetFacts& facts = widgets[index];
+    for (std::size_t index = 0; index < widgets_.size(); ++index) {
+        const WidgetFacts& facts = widgets_[index];
         const auto area = areaOf(facts);
         if (!area) {
             continue;
@@ -427,7 +427,7 @@ void LayoutChecker::checkPlaces(std::optional<PixelPair> clientSize) {
         }
         checkOnPage(facts, *area);
         for (std::size_t earlier = 0; earlier < index; ++earlier) {
-            const WidgetFacts& other = widgets[earlier];
+            const WidgetFacts& other = widgets_[earlier];
             const auto otherArea = areaOf(other);
             if (other.kind != WidgetKind::Tabpanel && otherArea && shownTogether(facts, other) &&
                 overlap(*area, *otherArea)) {
@@ -455,7 +455,7 @@ void LayoutChecker::checkOnPage(const WidgetFacts& facts, const Area& area) {
 std::vector<LayoutProblem> LayoutChecker::check(const json& document) {
     if (!document.is_object()) {
         report("", typeProblem("object", document));
-        return problems;
+        return problems_;
     }
     std::optional<PixelPair> clientSize;
     if (const json* window = requiredObject(document, "", "window")) {
@@ -471,7 +471,7 @@ std::vector<LayoutProblem> LayoutChecker::check(const json& document) {
     checkRequiredWidgets();
     checkTabs();
     checkPlaces(clientSize);
-    return problems;
+    return problems_;
 }
 
 // The library's words for a file that the program's reader refuses with its own.

@@ -12,15 +12,15 @@ public:
     using Action = std::function<void(Target&)>;
 
     SimpleCommand(std::int32_t id, Target& target, Action action)
-        : Command(id), target(target), action(std::move(action)) {}
+        : Command(id), target_(target), action_(std::move(action)) {}
 
     void execute() override {
-        if (action) {
-            action(target);
+        if (action_) {
+            action_(target_);
         }
     }
 
 private:
-    Target& target;
-    const Action action;
+    Target& target_;
+    const Action action_;
 };

@@ -17,10 +17,10 @@ CheckboxImpWindows::CheckboxImpWindows(const WidgetDisposition& disposition, HIN
     if (!applyStockFont()) {
         throw BasicException(panelMessages.text(panelmsg::checkboxNotCreated));
     }
-    checked = startupChecked(widgetId);
-    SendMessageW(handle, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
+    checked_ = startupChecked(widgetId);
+    SendMessageW(handle_, BM_SETCHECK, checked_ ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
 bool CheckboxImpWindows::isChecked() const {
-    return SendMessageW(handle, BM_GETCHECK, 0, 0) != 0;
+    return SendMessageW(handle_, BM_GETCHECK, 0, 0) != 0;
 }

@@ -18,5 +18,5 @@ public:
 
 private:
     // The start-up state only; afterwards the control is the truth.
-    bool checked = false;
+    bool checked_ = false;
 };

@@ -18,31 +18,31 @@ ComboboxImpWindows::ComboboxImpWindows(const WidgetDisposition& disposition, HIN
     if (!applyStockFont()) {
         throw BasicException(panelMessages.text(panelmsg::comboboxNotCreated));
     }
-    this->values = std::move(values);
-    selection = static_cast<std::uint8_t>(startupSelection(widgetId));
+    values_ = std::move(values);
+    selection_ = static_cast<std::uint8_t>(startupSelection(widgetId));
     addEntries();
-    SendMessageW(handle, CB_SETCURSEL, selection, 0);
+    SendMessageW(handle_, CB_SETCURSEL, selection_, 0);
 }
 
 void ComboboxImpWindows::addEntries() {
-    for (const std::string& value : values) {
+    for (const std::string& value : values_) {
         const std::wstring entry = fromCp1251(panelMessages.text(value.c_str()));
-        SendMessageW(handle, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
+        SendMessageW(handle_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
     }
 }
 
 void ComboboxImpWindows::updateText() {
-    const LRESULT kept = SendMessageW(handle, CB_GETCURSEL, 0, 0);
-    SendMessageW(handle, CB_RESETCONTENT, 0, 0);
+    const LRESULT kept = SendMessageW(handle_, CB_GETCURSEL, 0, 0);
+    SendMessageW(handle_, CB_RESETCONTENT, 0, 0);
     addEntries();
-    SendMessageW(handle, CB_SETCURSEL, kept == CB_ERR ? 0 : static_cast<WPARAM>(kept), 0);
+    SendMessageW(handle_, CB_SETCURSEL, kept == CB_ERR ? 0 : static_cast<WPARAM>(kept), 0);
 }
 
 std::int32_t ComboboxImpWindows::selectedIndex() const {
-    return static_cast<std::int32_t>(SendMessageW(handle, CB_GETCURSEL, 0, 0));
+    return static_cast<std::int32_t>(SendMessageW(handle_, CB_GETCURSEL, 0, 0));
 }
 
 void ComboboxImpWindows::select(std::int32_t index) {
     // CB_SETCURSEL sends no selection change: the program's own choice is no user's event.
-    SendMessageW(handle, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    SendMessageW(handle_, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
 }

@@ -24,7 +24,7 @@ public:
 private:
     void addEntries();
 
-    std::vector<std::string> values;
+    std::vector<std::string> values_;
     // The start-up state only; afterwards the control is the truth.
-    std::uint8_t selection = 0;
+    std::uint8_t selection_ = 0;
 };

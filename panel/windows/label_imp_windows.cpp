@@ -13,10 +13,10 @@ LabelImpWindows::LabelImpWindows(const WidgetDisposition& disposition, HINSTANCE
     if (!applyStockFont()) {
         throw BasicException(panelMessages.text(panelmsg::labelNotCreated));
     }
-    font = stockFont();
+    font_ = stockFont();
 }
 
 // Freeing a stock object is harmless; the label frees what it holds.
 LabelImpWindows::~LabelImpWindows() {
-    DeleteObject(font);
+    DeleteObject(font_);
 }

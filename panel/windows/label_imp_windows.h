@@ -11,5 +11,5 @@ public:
     WidgetKind kind() const override { return WidgetKind::Label; }
 
 private:
-    HFONT font = nullptr;
+    HFONT font_ = nullptr;
 };

@@ -17,35 +17,36 @@ constexpr ULONGLONG retryPeriodMilliseconds = 2 * 60 * 1000;
 } // namespace
 
 MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::AppDataManager& layout)
-    : window(window), instance(instance), layout(layout) {
-    if (window == nullptr || instance == nullptr || (menuHandle = CreatePopupMenu()) == nullptr) {
+    : window_(window), instance_(instance), layout_(layout) {
+    if (window_ == nullptr || instance_ == nullptr ||
+        (menuHandle_ = CreatePopupMenu()) == nullptr) {
         throw BasicException(panelMessages.text(panelmsg::menuNotCreated));
     }
     // A program without its icon is broken for good; only the shell's refusal is worth a retry.
-    notifyData.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(programIconId));
-    if (notifyData.hIcon == nullptr) {
-        DestroyMenu(menuHandle);
+    notifyData_.hIcon = LoadIconW(instance_, MAKEINTRESOURCEW(programIconId));
+    if (notifyData_.hIcon == nullptr) {
+        DestroyMenu(menuHandle_);
         throw BasicException(panelMessages.text(panelmsg::menuNotCreated));
     }
     if (!showTrayIcon(true)) {
-        retryUntil = GetTickCount64() + retryPeriodMilliseconds;
-        SetTimer(window, trayIconRetryTimerId, retryMilliseconds, nullptr);
+        retryUntil_ = GetTickCount64() + retryPeriodMilliseconds;
+        SetTimer(window_, trayIconRetryTimerId, retryMilliseconds, nullptr);
     }
 }
 
 MenuImpWindows::~MenuImpWindows() {
-    Shell_NotifyIconW(NIM_DELETE, &notifyData);
-    DestroyMenu(menuHandle);
+    Shell_NotifyIconW(NIM_DELETE, &notifyData_);
+    DestroyMenu(menuHandle_);
 }
 
 bool MenuImpWindows::fillTooltip() {
-    const std::wstring tip = fromCp1251(trayTipText(layout.window().title, notice()));
-    const std::size_t room = sizeof(notifyData.szTip) / sizeof(notifyData.szTip[0]);
+    const std::wstring tip = fromCp1251(trayTipText(layout_.window().title, notice()));
+    const std::size_t room = sizeof(notifyData_.szTip) / sizeof(notifyData_.szTip[0]);
     const std::wstring fitting = tip.substr(0, room - 1);
-    if (fitting == notifyData.szTip) {
+    if (fitting == notifyData_.szTip) {
         return false;
     }
-    std::wmemcpy(notifyData.szTip, fitting.c_str(), fitting.size() + 1);
+    std::wmemcpy(notifyData_.szTip, fitting.c_str(), fitting.size() + 1);
     return true;
 }
 
@@ -54,22 +55,22 @@ bool MenuImpWindows::showTrayIcon(bool add) {
     if (!add) {
         // Every tick asks; the shell hears of the icon only when its tip has changed.
         if (tipChanged) {
-            Shell_NotifyIconW(NIM_MODIFY, &notifyData);
+            Shell_NotifyIconW(NIM_MODIFY, &notifyData_);
         }
         return true;
     }
-    notifyData.cbSize = sizeof(notifyData);
-    notifyData.hWnd = window;
-    notifyData.uID = programIconId;
-    notifyData.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
-    notifyData.uCallbackMessage = trayMessage;
-    return Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
+    notifyData_.cbSize = sizeof(notifyData_);
+    notifyData_.hWnd = window_;
+    notifyData_.uID = programIconId;
+    notifyData_.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
+    notifyData_.uCallbackMessage = trayMessage;
+    return Shell_NotifyIconW(NIM_ADD, &notifyData_) != FALSE;
 }
 
 bool MenuImpWindows::addTrayIcon() {
-    const bool added = Shell_NotifyIconW(NIM_ADD, &notifyData) != FALSE;
+    const bool added = Shell_NotifyIconW(NIM_ADD, &notifyData_) != FALSE;
     if (added) {
-        KillTimer(window, trayIconRetryTimerId);
+        KillTimer(window_, trayIconRetryTimerId);
     }
     return added;
 }
@@ -93,15 +94,15 @@ template <std::size_t extent> void copyFitting(wchar_t (&field)[extent], const s
 void MenuImpWindows::showBalloon(const std::string& text) {
     // The balloon rides on one modify of the icon; the flag is taken back at once, so that the
     // tooltip's later modifies don't show it again.
-    copyFitting(notifyData.szInfoTitle,
-                fromCp1251(panelMessages.text(layout.window().title.c_str())));
-    copyFitting(notifyData.szInfo, fromCp1251(text));
-    notifyData.dwInfoFlags = NIIF_ERROR;
-    notifyData.uFlags |= NIF_INFO;
-    Shell_NotifyIconW(NIM_MODIFY, &notifyData);
-    notifyData.uFlags &= ~static_cast<UINT>(NIF_INFO);
-    notifyData.szInfo[0] = L'\0';
-    notifyData.szInfoTitle[0] = L'\0';
+    copyFitting(notifyData_.szInfoTitle,
+                fromCp1251(panelMessages.text(layout_.window().title.c_str())));
+    copyFitting(notifyData_.szInfo, fromCp1251(text));
+    notifyData_.dwInfoFlags = NIIF_ERROR;
+    notifyData_.uFlags |= NIF_INFO;
+    Shell_NotifyIconW(NIM_MODIFY, &notifyData_);
+    notifyData_.uFlags &= ~static_cast<UINT>(NIF_INFO);
+    notifyData_.szInfo[0] = L'\0';
+    notifyData_.szInfoTitle[0] = L'\0';
 }
 
 void MenuImpWindows::restoreTrayIcon() {
@@ -109,8 +110,8 @@ void MenuImpWindows::restoreTrayIcon() {
 }
 
 void MenuImpWindows::retryTrayIcon() {
-    if (!addTrayIcon() && GetTickCount64() >= retryUntil) {
-        KillTimer(window, trayIconRetryTimerId);
+    if (!addTrayIcon() && GetTickCount64() >= retryUntil_) {
+        KillTimer(window_, trayIconRetryTimerId);
     }
 }
 
@@ -119,26 +120,26 @@ void MenuImpWindows::popup() {
     GetCursorPos(&cursor);
     // The menu closes when the user clicks elsewhere only if its window is in the foreground, and
     // the posted empty message lets a second popup open at once.
-    SetForegroundWindow(window);
-    TrackPopupMenu(menuHandle, TPM_BOTTOMALIGN, cursor.x, cursor.y, 0, window, nullptr);
-    PostMessageW(window, WM_NULL, 0, 0);
+    SetForegroundWindow(window_);
+    TrackPopupMenu(menuHandle_, TPM_BOTTOMALIGN, cursor.x, cursor.y, 0, window_, nullptr);
+    PostMessageW(window_, WM_NULL, 0, 0);
 }
 
 void MenuImpWindows::enableItem(std::int32_t id, bool enabled) {
     // Disabled, not greyed.
-    EnableMenuItem(menuHandle, static_cast<UINT>(id), enabled ? MF_ENABLED : MF_DISABLED);
+    EnableMenuItem(menuHandle_, static_cast<UINT>(id), enabled ? MF_ENABLED : MF_DISABLED);
 }
 
 void MenuImpWindows::appendEntry(std::int32_t id, const std::string& text) {
-    InsertMenuW(menuHandle, static_cast<UINT>(-1), MF_STRING, static_cast<UINT_PTR>(id),
+    InsertMenuW(menuHandle_, static_cast<UINT>(-1), MF_STRING, static_cast<UINT_PTR>(id),
                 fromCp1251(text).c_str());
 }
 
 void MenuImpWindows::modifyEntry(std::int32_t oldId, std::int32_t newId, const std::string& text) {
-    ModifyMenuW(menuHandle, static_cast<UINT>(oldId), MF_STRING, static_cast<UINT_PTR>(newId),
+    ModifyMenuW(menuHandle_, static_cast<UINT>(oldId), MF_STRING, static_cast<UINT_PTR>(newId),
                 fromCp1251(text).c_str());
 }
 
 void MenuImpWindows::deleteEntry(std::int32_t id) {
-    DeleteMenu(menuHandle, static_cast<UINT>(id), MF_BYCOMMAND);
+    DeleteMenu(menuHandle_, static_cast<UINT>(id), MF_BYCOMMAND);
 }

@@ -35,9 +35,9 @@ public:
     // The retry timer's tick: adds the icon, or gives up once the 2 minutes are over.
     void retryTrayIcon();
 
-    HMENU nativeMenu() const { return menuHandle; }
+    HMENU nativeMenu() const { return menuHandle_; }
     // The tooltip of the tray icon as it was last given to the shell.
-    std::wstring tooltip() const { return notifyData.szTip; }
+    std::wstring tooltip() const { return notifyData_.szTip; }
 
 protected:
     void appendEntry(std::int32_t id, const std::string& text) override;
@@ -56,12 +56,12 @@ private:
     // Adds the icon; on success the retry timer stops.
     bool addTrayIcon();
 
-    HWND window;
-    HINSTANCE instance;
+    HWND window_;
+    HINSTANCE instance_;
     // When the retries of a refused icon end, in the system's milliseconds since start.
-    ULONGLONG retryUntil = 0;
-    HMENU menuHandle = nullptr;
-    NOTIFYICONDATAW notifyData{};
+    ULONGLONG retryUntil_ = 0;
+    HMENU menuHandle_ = nullptr;
+    NOTIFYICONDATAW notifyData_{};
     // The tooltip shows the window's title from here.
-    const utils::AppDataManager& layout;
+    const utils::AppDataManager& layout_;
 };

@@ -36,23 +36,23 @@ TOOLINFOW SyslinkImpWindows::toolInfo(const std::wstring& text) const {
     info.cbSize = sizeof(info);
     info.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
     info.hwnd = nullptr;
-    info.uId = reinterpret_cast<UINT_PTR>(handle);
-    info.hinst = instance;
+    info.uId = reinterpret_cast<UINT_PTR>(handle_);
+    info.hinst = instance_;
     info.lpszText = const_cast<wchar_t*>(text.c_str());
     return info;
 }
 
 void SyslinkImpWindows::createTooltip() {
-    tooltip = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                              0, 0, 0, 0, nullptr, nullptr, instance, nullptr);
+    tooltip_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                               0, 0, 0, 0, nullptr, nullptr, instance_, nullptr);
     // The port follows at the first refresh.
     const std::wstring text = serviceUrl("");
     TOOLINFOW info = toolInfo(text);
-    SendMessageW(tooltip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(tooltip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
 }
 
 // Without a tooltip (a link whose command isn't 12) the message goes to a null handle and is lost.
 void SyslinkImpWindows::setTooltipText(const std::wstring& text) {
     TOOLINFOW info = toolInfo(text);
-    SendMessageW(tooltip, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(tooltip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
 }

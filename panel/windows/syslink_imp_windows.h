@@ -18,7 +18,7 @@ public:
     std::int32_t commandId() const override { return command()->id; }
     void setTooltipText(const std::wstring& text) override;
 
-    HWND tooltipHandle() const { return tooltip; }
+    HWND tooltipHandle() const { return tooltip_; }
 
 private:
     void createTooltip();

@@ -13,11 +13,11 @@ constexpr DWORD tabStyle = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_TABSTOP;
 TabpanelImpWindows::TabpanelImpWindows(const WidgetDisposition& disposition, HINSTANCE instance,
                                        HWND parent, std::vector<std::string> tabs)
     : WidgetImpWindows(disposition, instance, parent, WC_TABCONTROLW, tabStyle, 0),
-      tabs(std::move(tabs)) {
-    for (std::uint8_t index = 0; index < this->tabs.size(); ++index) {
+      tabs_(std::move(tabs)) {
+    for (std::uint8_t index = 0; index < tabs_.size(); ++index) {
         setTab(index, TCM_INSERTITEMW);
     }
-    SendMessageW(handle, TCM_SETCURSEL, 0, 0);
+    SendMessageW(handle_, TCM_SETCURSEL, 0, 0);
     if (!applyStockFont()) {
         // The tab panel's failure has an id of its own that the catalogue lacks: its lookup is
         // what fails.
@@ -26,19 +26,19 @@ TabpanelImpWindows::TabpanelImpWindows(const WidgetDisposition& disposition, HIN
 }
 
 void TabpanelImpWindows::setTab(std::uint8_t index, UINT message) {
-    std::wstring caption = fromCp1251(panelMessages.text(tabs[index].c_str()));
+    std::wstring caption = fromCp1251(panelMessages.text(tabs_[index].c_str()));
     TCITEMW item{};
     item.mask = TCIF_TEXT;
     item.pszText = caption.data();
-    SendMessageW(handle, message, index, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(handle_, message, index, reinterpret_cast<LPARAM>(&item));
 }
 
 void TabpanelImpWindows::updateText() {
-    for (std::uint8_t index = 0; index < tabs.size(); ++index) {
+    for (std::uint8_t index = 0; index < tabs_.size(); ++index) {
         setTab(index, TCM_SETITEMW);
     }
 }
 
 std::int32_t TabpanelImpWindows::selectedIndex() const {
-    return static_cast<std::int32_t>(SendMessageW(handle, TCM_GETCURSEL, 0, 0));
+    return static_cast<std::int32_t>(SendMessageW(handle_, TCM_GETCURSEL, 0, 0));
 }

@@ -19,5 +19,5 @@ public:
 private:
     void setTab(std::uint8_t index, UINT message);
 
-    std::vector<std::string> tabs;
+    std::vector<std::string> tabs_;
 };

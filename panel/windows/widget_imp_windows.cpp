@@ -9,12 +9,12 @@
 WidgetImpWindows::WidgetImpWindows(const WidgetDisposition& disposition, HINSTANCE instance,
                                    HWND parent, const wchar_t* windowClass, DWORD style,
                                    int controlId)
-    : WidgetImp(disposition), instance(instance), parent(parent) {
-    handle = CreateWindowExW(0, windowClass, nullptr, style, position().first, position().second,
-                             size().first, size().second, parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), instance,
-                             nullptr);
-    if (handle == nullptr) {
+    : WidgetImp(disposition), instance_(instance), parent_(parent) {
+    handle_ = CreateWindowExW(0, windowClass, nullptr, style, position().first, position().second,
+                              size().first, size().second, parent,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), instance,
+                              nullptr);
+    if (handle_ == nullptr) {
         throw BasicException(panelMessages.text(panelmsg::widgetNotCreated));
     }
     if (!displayText().empty()) {
@@ -23,24 +23,24 @@ WidgetImpWindows::WidgetImpWindows(const WidgetDisposition& disposition, HINSTAN
 }
 
 void WidgetImpWindows::setVisible(bool visible) {
-    ShowWindow(handle, visible ? SW_SHOW : SW_HIDE);
+    ShowWindow(handle_, visible ? SW_SHOW : SW_HIDE);
 }
 
 void WidgetImpWindows::setEnabled(bool enabled) {
-    EnableWindow(handle, enabled ? TRUE : FALSE);
+    EnableWindow(handle_, enabled ? TRUE : FALSE);
 }
 
 bool WidgetImpWindows::isEnabled() const {
-    return IsWindowEnabled(handle) != FALSE;
+    return IsWindowEnabled(handle_) != FALSE;
 }
 
 void WidgetImpWindows::showText(const std::string& text) {
     std::wstring wide = fromCp1251(text);
-    if (wide == shownText) {
+    if (wide == shownText_) {
         return;
     }
-    SetWindowTextW(handle, wide.c_str());
-    shownText = std::move(wide);
+    SetWindowTextW(handle_, wide.c_str());
+    shownText_ = std::move(wide);
 }
 
 HFONT WidgetImpWindows::stockFont() {
@@ -52,6 +52,6 @@ bool WidgetImpWindows::applyStockFont() {
     if (font == nullptr) {
         return false;
     }
-    SendMessageW(handle, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    SendMessageW(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     return true;
 }

@@ -15,7 +15,7 @@ public:
     void setEnabled(bool enabled) override;
     bool isEnabled() const override;
 
-    HWND nativeHandle() const { return handle; }
+    HWND nativeHandle() const { return handle_; }
 
 protected:
     // Makes the control of that window class, style and control id at the disposition's place,
@@ -29,13 +29,13 @@ protected:
     // The stock GUI font, or null; the label keeps it in order to free it.
     static HFONT stockFont();
 
-    HWND tooltip = nullptr;
-    HINSTANCE instance;
-    HWND parent;
-    HWND handle = nullptr;
+    HWND tooltip_ = nullptr;
+    HINSTANCE instance_;
+    HWND parent_;
+    HWND handle_ = nullptr;
 
 private:
     // The text the control was last given: the window's tick sets the same text every second,
     // and setting it again would only repaint the control.
-    std::wstring shownText;
+    std::wstring shownText_;
 };

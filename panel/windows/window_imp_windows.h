@@ -42,7 +42,7 @@ public:
     // Registers the class again, without looking at the result; nothing calls it.
     virtual void registerClass();
 
-    HWND nativeHandle() const { return window; }
+    HWND nativeHandle() const { return window_; }
 
 protected:
     void setCaption(const std::string& text) override;
@@ -53,7 +53,7 @@ private:
     LRESULT onNotify(WPARAM wParam, LPARAM lParam);
     LRESULT onTrayMessage(LPARAM lParam);
 
-    HINSTANCE instance;
-    HWND window = nullptr;
-    const utils::AppDataManager& layout;
+    HINSTANCE instance_;
+    HWND window_ = nullptr;
+    const utils::AppDataManager& layout_;
 };

@@ -32,8 +32,7 @@ json hostFreeDocument() {
     return document;
 }
 
-class ApplicationTest : public testing::Test {
-protected:
+struct ApplicationTest : testing::Test {
     void SetUp() override {
         panelMessages.setLanguage(Language::English);
         setMessageBoxSink([this](const std::wstring&, const std::wstring& text, unsigned) {

@@ -38,8 +38,7 @@ struct LibraryProbe {
     }
 };
 
-class DisplayVersion : public ::testing::Test {
-protected:
+struct DisplayVersion : ::testing::Test {
     void SetUp() override { key = makeVersionTestKey(); }
     void TearDown() override { removeVersionTestKey(key); }
 

@@ -53,8 +53,7 @@ struct Box {
 };
 
 // Records the boxes shown while it lives, with the catalogues in English.
-class EntryFixture : public ::testing::Test {
-protected:
+struct EntryFixture : ::testing::Test {
     void SetUp() override {
         language = panelMessages.language;
         panelMessages.setLanguage(English);

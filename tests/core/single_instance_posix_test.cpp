@@ -13,13 +13,13 @@ namespace {
 class RuntimeFolder : public ::testing::Environment {
 public:
     void SetUp() override {
-        folder = std::make_unique<TempFolder>();
-        setenv("XDG_RUNTIME_DIR", folder->path().c_str(), 1);
+        folder_ = std::make_unique<TempFolder>();
+        setenv("XDG_RUNTIME_DIR", folder_->path().c_str(), 1);
     }
-    void TearDown() override { folder.reset(); }
+    void TearDown() override { folder_.reset(); }
 
 private:
-    std::unique_ptr<TempFolder> folder;
+    std::unique_ptr<TempFolder> folder_;
 };
 
 [[maybe_unused]] auto* const runtimeFolder = ::testing::AddGlobalTestEnvironment(new RuntimeFolder);

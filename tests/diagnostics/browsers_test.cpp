@@ -17,8 +17,7 @@ const std::string userChoiceKey =
     "Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\https\\UserChoice";
 const std::string firefoxKey = "Software\\Mozilla\\Mozilla Firefox";
 
-class BrowsersTest : public testing::Test {
-protected:
+struct BrowsersTest : testing::Test {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
     void TearDown() override { panelMessages.setLanguage(Language::Ukrainian); }
 

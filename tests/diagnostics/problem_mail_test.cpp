@@ -54,8 +54,7 @@ public:
 
 const std::string information = std::to_string(0x10040);
 
-class ProblemMailTest : public testing::Test {
-protected:
+struct ProblemMailTest : testing::Test {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
     void TearDown() override { panelMessages.setLanguage(Language::Ukrainian); }
     BoxRecorder recorder;

@@ -14,8 +14,7 @@ namespace {
 
 const std::string settingsKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings";
 
-class ProxyInfoTest : public testing::Test {
-protected:
+struct ProxyInfoTest : testing::Test {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
     void TearDown() override { panelMessages.setLanguage(Language::Ukrainian); }
 

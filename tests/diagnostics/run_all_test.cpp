@@ -17,11 +17,11 @@ using namespace std::chrono_literals;
 // get through.
 class Meeting {
 public:
-    explicit Meeting(int count) : count(count) {}
+    explicit Meeting(int count) : count_(count) {}
     bool arrive() {
-        ++arrived;
+        ++arrived_;
         const auto end = std::chrono::steady_clock::now() + 10s;
-        while (arrived.load() < count) {
+        while (arrived_.load() < count_) {
             if (std::chrono::steady_clock::now() > end) {
                 return false;
             }
@@ -31,8 +31,8 @@ public:
     }
 
 private:
-    const int count;
-    std::atomic<int> arrived{0};
+    const int count_;
+    std::atomic<int> arrived_{0};
 };
 
 } // namespace

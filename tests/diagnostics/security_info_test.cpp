@@ -31,14 +31,14 @@ struct CentreScript {
 
 class ScriptedCentre : public SecurityCentre {
 public:
-    explicit ScriptedCentre(CentreScript& script) : script(script) {
+    explicit ScriptedCentre(CentreScript& script) : script_(script) {
         script.calls.push_back("open");
     }
-    ~ScriptedCentre() override { script.calls.push_back("close"); }
+    ~ScriptedCentre() override { script_.calls.push_back("close"); }
 
     std::wstring firstProductName(const wchar_t* query) override {
-        script.calls.push_back("query");
-        for (const std::wstring& name : script.products[query]) {
+        script_.calls.push_back("query");
+        for (const std::wstring& name : script_.products[query]) {
             if (!name.empty()) {
                 return name;
             }
@@ -46,18 +46,18 @@ public:
         return L"";
     }
     void loadHealth() override {
-        script.calls.push_back("load");
-        if (script.libraryMissing) {
+        script_.calls.push_back("load");
+        if (script_.libraryMissing) {
             throw LoadLibraryError("WSCAPI.dll");
         }
     }
     HealthAnswer health(std::uint32_t provider) override {
-        script.calls.push_back("health " + std::to_string(provider));
-        return script.health.at(provider);
+        script_.calls.push_back("health " + std::to_string(provider));
+        return script_.health.at(provider);
     }
 
 private:
-    CentreScript& script;
+    CentreScript& script_;
 };
 
 SecurityInfo infoFrom(CentreScript& script, bool isServer = false) {

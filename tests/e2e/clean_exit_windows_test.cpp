@@ -33,8 +33,7 @@ bool processNamed(const wchar_t* name) {
     return false;
 }
 
-class CleanExit : public PanelSession {
-protected:
+struct CleanExit : PanelSession {
     CleanExit() : PanelSession(ServerBuild::Windowless) {}
 
     // Exit from the tray menu, as the user chooses it.

@@ -79,8 +79,7 @@ std::string machineSections() {
 
 // On loopback, so that the report has an address to name: the other sets run the server on every
 // interface, as it is mostly set up.
-class Diagnostics : public PanelSession {
-protected:
+struct Diagnostics : PanelSession {
     void SetUp() override {
         installation.listenOnLoopback();
         for (MessageCatalogue* catalogue : {&panelMessages, &commonMessages, &serviceMessages}) {

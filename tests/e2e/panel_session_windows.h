@@ -30,8 +30,7 @@ enum Widget : int {
 // A catalogue text in a language, as UTF-16; `argument` fills %1.
 std::wstring words(const char* id, int language, const char* argument = nullptr);
 
-class PanelSession : public ::testing::Test {
-protected:
+struct PanelSession : ::testing::Test {
     explicit PanelSession(ServerBuild server = ServerBuild::Console,
                           const std::wstring& folderName = L"")
         : installation(server, folderName) {}

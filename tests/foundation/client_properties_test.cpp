@@ -17,8 +17,7 @@ namespace {
 constexpr std::uintmax_t sizeLimit = 104857600;
 
 // A settings file of its own in a fresh folder for each test.
-class ClientPropertiesFile : public ::testing::Test {
-protected:
+struct ClientPropertiesFile : ::testing::Test {
     std::string content() const {
         std::ifstream stream(nativePath(store.filePath), std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};

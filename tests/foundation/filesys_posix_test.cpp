@@ -47,34 +47,34 @@ void makeFile(const std::string& path, std::string_view content) {
 class FullFolder {
 public:
     FullFolder() {
-        mounted = mount("tmpfs", folder.path().c_str(), "tmpfs", 0, "size=64k") == 0;
-        makeFile(folder.file("nginx.conf"), "error_log logs/error.log info;");
-        if (mounted) {
+        mounted_ = mount("tmpfs", folder_.path().c_str(), "tmpfs", 0, "size=64k") == 0;
+        makeFile(folder_.file("nginx.conf"), "error_log logs/error.log info;");
+        if (mounted_) {
             fill();
         } else {
-            symlink("/dev/full", filesys::sideFileOf(folder.file("nginx.conf")).c_str());
+            symlink("/dev/full", filesys::sideFileOf(folder_.file("nginx.conf")).c_str());
         }
     }
     ~FullFolder() {
-        if (mounted) {
-            umount(folder.path().c_str());
+        if (mounted_) {
+            umount(folder_.path().c_str());
         }
     }
     FullFolder(const FullFolder&) = delete;
     FullFolder& operator=(const FullFolder&) = delete;
 
-    std::string file(const std::string& name) const { return folder.file(name); }
+    std::string file(const std::string& name) const { return folder_.file(name); }
 
 private:
     void fill() const {
-        std::ofstream filler(folder.file("filler"), std::ios::binary);
+        std::ofstream filler(folder_.file("filler"), std::ios::binary);
         const std::string block(4096, 'x');
         while (filler.write(block.data(), static_cast<std::streamsize>(block.size())).flush()) {
         }
     }
 
-    TempFolder folder;
-    bool mounted = false;
+    TempFolder folder_;
+    bool mounted_ = false;
 };
 
 } // namespace

@@ -25,8 +25,7 @@ std::string folderOf(int csidl) {
 
 // nginx.conf holding "old", opened as most readers open a file: others may read and write it,
 // but not delete or replace it.
-class HeldConf : public ::testing::Test {
-protected:
+struct HeldConf : ::testing::Test {
     HeldConf() {
         filesys::writeFile(file, Bytes{'o', 'l', 'd'});
         held =

@@ -18,8 +18,7 @@ const char* const productKey = "Software\\Ormal Co\\CorvaniteHost";
 
 // Brings the catalogues back to the language they had before a test applied another, and the
 // product's stored language code to the one it had, where there was one.
-class LanguageTest : public ::testing::Test {
-protected:
+struct LanguageTest : ::testing::Test {
     ~LanguageTest() override {
         commonMessages.setLanguage(common);
         serviceMessages.setLanguage(service);
@@ -39,8 +38,7 @@ protected:
 };
 
 // A registry key of the test's own, removed afterwards.
-class StoredLanguage : public ::testing::Test {
-protected:
+struct StoredLanguage : ::testing::Test {
     void TearDown() override { removeTestKey(key); }
 
     void store(const char* code) {

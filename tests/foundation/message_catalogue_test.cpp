@@ -13,14 +13,14 @@ namespace {
 class LanguageScope {
 public:
     LanguageScope(MessageCatalogue& catalogue, int language)
-        : catalogue(catalogue), saved(catalogue.language.load()) {
+        : catalogue_(catalogue), saved_(catalogue.language.load()) {
         catalogue.setLanguage(language);
     }
-    ~LanguageScope() { catalogue.setLanguage(saved); }
+    ~LanguageScope() { catalogue_.setLanguage(saved_); }
 
 private:
-    MessageCatalogue& catalogue;
-    int saved;
+    MessageCatalogue& catalogue_;
+    int saved_;
 };
 
 const MessageRow sampleRows[] = {

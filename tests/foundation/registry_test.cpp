@@ -24,8 +24,7 @@ constexpr RegistryHive user = RegistryHive::CurrentUser;
 
 const std::string cyrillicText = "\xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82"; // Привет
 
-class Registry : public ::testing::Test {
-protected:
+struct Registry : ::testing::Test {
     void SetUp() override { key = makeTestKey(); }
     void TearDown() override { removeTestKey(key); }
 

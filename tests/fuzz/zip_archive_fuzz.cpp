@@ -21,29 +21,29 @@ using Bytes = std::vector<std::uint8_t>;
 
 class InputReader {
 public:
-    InputReader(const std::uint8_t* data, std::size_t size) : data(data), size(size) {}
+    InputReader(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
 
-    bool atEnd() const { return at >= size; }
+    bool atEnd() const { return at_ >= size_; }
 
     std::size_t number(std::size_t width) {
         std::size_t value = 0;
-        for (std::size_t i = 0; i < width && at < size; ++i) {
-            value |= static_cast<std::size_t>(data[at++]) << (8 * i);
+        for (std::size_t i = 0; i < width && at_ < size_; ++i) {
+            value |= static_cast<std::size_t>(data_[at_++]) << (8 * i);
         }
         return value;
     }
 
     Bytes bytes(std::size_t count) {
-        const std::size_t taken = std::min(count, size - at);
-        Bytes result(data + at, data + at + taken);
-        at += taken;
+        const std::size_t taken = std::min(count, size_ - at_);
+        Bytes result(data_ + at_, data_ + at_ + taken);
+        at_ += taken;
         return result;
     }
 
 private:
-    const std::uint8_t* data;
-    std::size_t size;
-    std::size_t at = 0;
+    const std::uint8_t* data_;
+    std::size_t size_;
+    std::size_t at_ = 0;
 };
 
 std::vector<ZipArchive::Entry> readEntries(const std::uint8_t* data, std::size_t size) {
@@ -77,30 +77,30 @@ bool isAcceptable(const ZipArchive::Entry& entry) {
 
 class ArchiveReader {
 public:
-    explicit ArchiveReader(const Bytes& archive) : archive(archive) {}
+    explicit ArchiveReader(const Bytes& archive) : archive_(archive) {}
 
     std::uint32_t number(std::size_t at, std::size_t width) const {
-        fuzzCheck(at + width <= archive.size(), "a record lies inside the archive");
+        fuzzCheck(at + width <= archive_.size(), "a record lies inside the archive");
         std::uint32_t value = 0;
         for (std::size_t i = 0; i < width; ++i) {
-            value |= static_cast<std::uint32_t>(archive[at + i]) << (8 * i);
+            value |= static_cast<std::uint32_t>(archive_[at + i]) << (8 * i);
         }
         return value;
     }
 
     std::string_view text(std::size_t at, std::size_t length) const {
-        fuzzCheck(at + length <= archive.size(), "a name lies inside the archive");
-        return std::string_view(reinterpret_cast<const char*>(archive.data() + at), length);
+        fuzzCheck(at + length <= archive_.size(), "a name lies inside the archive");
+        return std::string_view(reinterpret_cast<const char*>(archive_.data() + at), length);
     }
 
     Bytes bytes(std::size_t at, std::size_t length) const {
-        fuzzCheck(at + length <= archive.size(), "member data lies inside the archive");
-        return Bytes(archive.begin() + static_cast<std::ptrdiff_t>(at),
-                     archive.begin() + static_cast<std::ptrdiff_t>(at + length));
+        fuzzCheck(at + length <= archive_.size(), "member data lies inside the archive");
+        return Bytes(archive_.begin() + static_cast<std::ptrdiff_t>(at),
+                     archive_.begin() + static_cast<std::ptrdiff_t>(at + length));
     }
 
 private:
-    const Bytes& archive;
+    const Bytes& archive_;
 };
 
 Bytes inflateRaw(const Bytes& compressed, std::size_t expectedSize) {

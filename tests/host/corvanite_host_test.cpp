@@ -35,8 +35,7 @@ using namespace std::chrono_literals;
 // The host model over an installation of its own, in English, with boxes and shell opens
 // recorded. Every server process that a test started is ended when the test ends. A test that has
 // servers killed by name runs alone among the tests that run servers.
-template <bool KillsServers> class HostModelTest : public ::testing::Test {
-protected:
+template <bool KillsServers> struct HostModelTest : ::testing::Test {
     HostModelTest() : savedLanguage(panelMessages.language.load()) {
         panelMessages.setLanguage(Language::English);
         setSelectedLogLevel(0);

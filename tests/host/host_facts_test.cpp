@@ -19,8 +19,7 @@ const std::string productKey = "Software\\Ormal Co\\CorvaniteHost";
 // One entry of an installation folder: a file, or a folder when the path ends with a slash.
 using Entry = std::string;
 
-class HostFacts : public ::testing::Test {
-protected:
+struct HostFacts : ::testing::Test {
     // Lays out the entries and asks whether the installation is complete.
     bool checkInstallationOf(std::initializer_list<Entry> entries) {
         for (const Entry& entry : entries) {
@@ -40,10 +39,10 @@ protected:
 class LanguageValue {
 public:
     explicit LanguageValue(const std::optional<std::string>& code)
-        : saved(readRegistryText(RegistryHive::CurrentUser, productKey, "Language")) {
+        : saved_(readRegistryText(RegistryHive::CurrentUser, productKey, "Language")) {
         set(code);
     }
-    ~LanguageValue() { set(saved); }
+    ~LanguageValue() { set(saved_); }
 
 private:
     static void set(const std::optional<std::string>& code) {
@@ -53,8 +52,8 @@ private:
             hostModelDeleteProductValue("Language");
         }
     }
-    const HostModelRegistryLock lock;
-    std::optional<std::string> saved;
+    const HostModelRegistryLock lock_;
+    std::optional<std::string> saved_;
 };
 
 } // namespace

@@ -12,8 +12,7 @@
 
 namespace {
 
-class HostOptions : public ::testing::Test {
-protected:
+struct HostOptions : ::testing::Test {
     SettingsFileGuard settings;
     HostModelBoxRecorder recorder;
 };

@@ -8,8 +8,7 @@
 
 namespace {
 
-class LibraryVersion : public ::testing::Test {
-protected:
+struct LibraryVersion : ::testing::Test {
     LibraryVersion() { installation.addAddonLibrary(); }
 
     void sideFile(const char* suffix, const std::string& text) const {

@@ -14,8 +14,7 @@
 
 namespace {
 
-class NginxConfigTest : public ::testing::Test {
-protected:
+struct NginxConfigTest : ::testing::Test {
     ~NginxConfigTest() override { setSelectedLogLevel(0); }
 
     void writeConf(const std::string& text) const { installation.writeText(conf, text); }

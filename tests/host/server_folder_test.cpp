@@ -54,8 +54,7 @@ TEST(ServerFolder, NothingWhenTheShortFormCantBeWrittenEither) {
                  }).has_value());
 }
 
-class FolderNotWritable : public ::testing::Test {
-protected:
+struct FolderNotWritable : ::testing::Test {
     FolderNotWritable() : saved(panelMessages.language.load()) {}
     ~FolderNotWritable() override { panelMessages.setLanguage(saved); }
     int saved;

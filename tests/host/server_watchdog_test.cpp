@@ -8,8 +8,7 @@
 
 namespace {
 
-class WatchdogTest : public ::testing::Test {
-protected:
+struct WatchdogTest : ::testing::Test {
     WatchdogTest() { installation.makeFolder("logs"); }
 
     HostModelInstallation installation;

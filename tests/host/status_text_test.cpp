@@ -14,10 +14,10 @@ namespace {
 class InEnglish : public ::testing::Test {
 protected:
     InEnglish() { panelMessages.setLanguage(Language::English); }
-    ~InEnglish() override { panelMessages.setLanguage(saved); }
+    ~InEnglish() override { panelMessages.setLanguage(saved_); }
 
 private:
-    int saved = panelMessages.language.load();
+    int saved_ = panelMessages.language.load();
 };
 
 } // namespace

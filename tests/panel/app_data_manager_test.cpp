@@ -28,8 +28,7 @@ namespace {
 
 const std::string dataFailure = "Error data initializing of control panel";
 
-class AppDataManagerTest : public testing::Test {
-protected:
+struct AppDataManagerTest : testing::Test {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
 
     utils::AppDataManager load(const json& document, DisplayScale scale = {}) {
@@ -92,8 +91,7 @@ void PrintTo(const BrokenFile& file, std::ostream* out) {
     *out << file.name;
 }
 
-class BrokenLayoutFileTest : public testing::TestWithParam<BrokenFile> {
-protected:
+struct BrokenLayoutFileTest : testing::TestWithParam<BrokenFile> {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
     TempFolder folder;
 };
@@ -475,8 +473,7 @@ void PrintTo(const SectionFault& fault, std::ostream* out) {
     *out << fault.name;
 }
 
-class SectionFaultTest : public testing::TestWithParam<SectionFault> {
-protected:
+struct SectionFaultTest : testing::TestWithParam<SectionFault> {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
     TempFolder folder;
 };
@@ -743,8 +740,7 @@ TEST_F(AppDataManagerTest, TheTitleIsKeptAsItsCatalogueIdWithoutLookup) {
 
 // The menu's Run and Stop, as the server stands when the menu is read.
 
-class MenuReaderTest : public AppDataManagerTest {
-protected:
+struct MenuReaderTest : AppDataManagerTest {
     PanelLiveWindow panel;
 
     std::vector<std::int32_t> menuIds() {

@@ -77,8 +77,7 @@ std::map<std::int32_t, Required> widgetsOf(const utils::AppDataManager& layout) 
     return found;
 }
 
-class CvhControlPanelTest : public testing::Test {
-protected:
+struct CvhControlPanelTest : testing::Test {
     PanelLiveWindow panel;
 };
 

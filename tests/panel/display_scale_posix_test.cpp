@@ -14,13 +14,13 @@ class DpiVariable {
 public:
     DpiVariable() {
         if (const char* value = std::getenv("CORVANITE_DPI")) {
-            saved = value;
-            had = true;
+            saved_ = value;
+            had_ = true;
         }
     }
     ~DpiVariable() {
-        if (had) {
-            setenv("CORVANITE_DPI", saved.c_str(), 1);
+        if (had_) {
+            setenv("CORVANITE_DPI", saved_.c_str(), 1);
         } else {
             unsetenv("CORVANITE_DPI");
         }
@@ -29,8 +29,8 @@ public:
     void clear() { unsetenv("CORVANITE_DPI"); }
 
 private:
-    std::string saved;
-    bool had = false;
+    std::string saved_;
+    bool had_ = false;
 };
 
 TEST(DisplayScalePosixTest, WithoutAScreenTheDesignUnitHolds) {

@@ -41,8 +41,7 @@ std::string listed(const std::vector<LayoutProblem>& problems) {
     return text;
 }
 
-class LayoutCheckTest : public testing::Test {
-protected:
+struct LayoutCheckTest : testing::Test {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
 
     TempFolder folder;

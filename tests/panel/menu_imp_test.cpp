@@ -41,8 +41,7 @@ std::vector<std::int32_t> entryIds(const RecordingMenu& menu) {
     return result;
 }
 
-class MenuImpTest : public testing::Test {
-protected:
+struct MenuImpTest : testing::Test {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
 
     RecordingMenu menu{"CVCP-001001"};
@@ -237,8 +236,7 @@ TEST_F(MenuImpTest, UpdateOfAnEmptyMenuDoesNothing) {
 
 // Keeping Run or Stop right at each tick, over the server double.
 
-class MenuUpdateTest : public testing::Test {
-protected:
+struct MenuUpdateTest : testing::Test {
     void SetUp() override { menu.setServerCommands(makeServerCommand); }
 
     PanelLiveWindow panel;

@@ -10,8 +10,7 @@
 
 namespace {
 
-class StartupStateTest : public testing::Test {
-protected:
+struct StartupStateTest : testing::Test {
     void SetUp() override { saved = panelMessages.language.load(); }
     void TearDown() override { panelMessages.setLanguage(saved); }
 

@@ -52,8 +52,7 @@ TEST_F(TextResolutionTest, LiteralTextIsConvertedFromUtf8AndFollowsNoLanguage) {
 }
 
 // The keys of the host's facts, over the server double.
-class HostTextTest : public TextResolutionTest {
-protected:
+struct HostTextTest : TextResolutionTest {
     PanelLiveWindow panel;
 };
 

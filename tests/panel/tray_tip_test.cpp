@@ -13,8 +13,7 @@
 
 namespace {
 
-class TrayTipTest : public testing::Test {
-protected:
+struct TrayTipTest : testing::Test {
     void SetUp() override { panelMessages.setLanguage(Language::English); }
     HostModelInstallation installation;
 };

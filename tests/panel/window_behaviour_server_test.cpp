@@ -34,8 +34,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class WindowUpdateTest : public testing::Test {
-protected:
+struct WindowUpdateTest : testing::Test {
     PanelLiveWindow panel;
 
     // The panel over its server, after the first tick; false when the server didn't come up.

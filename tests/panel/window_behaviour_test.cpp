@@ -83,8 +83,7 @@ bool waitUntilIdle() {
     return false;
 }
 
-class WindowBehaviourTest : public testing::Test {
-protected:
+struct WindowBehaviourTest : testing::Test {
     void SetUp() override {
         // The log level box reads nginx.conf at its start, the check boxes the settings file:
         // both are the test's own.
@@ -298,8 +297,7 @@ TEST_F(WindowBehaviourTest, AClickOnTheTabPanelItselfFindsTheFirstWidgetWithComm
 
 // The check boxes act on their ids themselves.
 
-class CheckBoxEventTest : public WindowBehaviourTest {
-protected:
+struct CheckBoxEventTest : WindowBehaviourTest {
     SettingsFileGuard settings;
 };
 
@@ -570,8 +568,7 @@ TEST_F(WindowBehaviourTest, ATabChangeShowsTheSelectedTabsWidgets) {
 
 // Language.
 
-class LanguageChangeTest : public WindowBehaviourTest {
-protected:
+struct LanguageChangeTest : WindowBehaviourTest {
     void SetUp() override {
         WindowBehaviourTest::SetUp();
         hostModelCreateProductKey();

@@ -48,8 +48,7 @@ private:
     pid_t pid_ = -1;
 };
 
-class OtherUser : public testing::Test {
-protected:
+struct OtherUser : testing::Test {
     void SetUp() override {
         if (geteuid() != 0) {
             GTEST_SKIP() << "a process of another user needs a run as root";

@@ -20,8 +20,7 @@ HMODULE loadProgramResources() {
     return LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
 }
 
-class NativeMenu : public NativeFixture {
-protected:
+struct NativeMenu : NativeFixture {
     void SetUp() override {
         NativeFixture::SetUp();
         layout = layoutOf(windowLayout("CVHControlPanelMenuTest", 1000));

@@ -87,8 +87,7 @@ inline std::string windowLayout(const std::string& className, int updateTime) {
            R"(}, "menu": {"items": []}, "widgets": {}})";
 }
 
-class NativeFixture : public ::testing::Test {
-protected:
+struct NativeFixture : ::testing::Test {
     void SetUp() override {
         language = panelMessages.language;
         panelMessages.setLanguage(English);

@@ -78,8 +78,7 @@ bool quitPosted() {
     return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
 }
 
-class NativeWindow : public NativeFixture {
-protected:
+struct NativeWindow : NativeFixture {
     std::shared_ptr<TestWindow> makeWindow(int updateTime = 1000) {
         layout =
             layoutOf(windowLayout("CVHControlPanelTest" + std::to_string(++classes), updateTime));
@@ -235,14 +234,14 @@ TEST_F(NativeWindow, ButtonClickRunsItsCommand) {
 class GatedCommand : public CountingCommand {
 public:
     GatedCommand(std::int32_t id, std::shared_future<void> released)
-        : CountingCommand(id), released(std::move(released)) {}
+        : CountingCommand(id), released_(std::move(released)) {}
     void execute() override {
-        released.wait();
+        released_.wait();
         CountingCommand::execute();
     }
 
 private:
-    std::shared_future<void> released;
+    std::shared_future<void> released_;
 };
 
 TEST_F(NativeWindow, LevelChoicesWhileAStopRunsAreAppliedOnceRightAfterIt) {

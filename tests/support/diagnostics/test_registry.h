@@ -27,5 +27,5 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> state;
+    std::unique_ptr<State> state_;
 };

@@ -32,29 +32,29 @@ void writeBytes(const std::filesystem::path& file, const std::string& bytes) {
 
 } // namespace
 
-ScopedTestRegistry::ScopedTestRegistry() : state(std::make_unique<State>()) {
+ScopedTestRegistry::ScopedTestRegistry() : state_(std::make_unique<State>()) {
     if (const char* previous = std::getenv("CORVANITE_REGISTRY")) {
-        state->previous = previous;
+        state_->previous = previous;
     }
-    setenv("CORVANITE_REGISTRY", state->root.path().c_str(), 1);
+    setenv("CORVANITE_REGISTRY", state_->root.path().c_str(), 1);
 }
 
 ScopedTestRegistry::~ScopedTestRegistry() {
-    if (state->previous) {
-        setenv("CORVANITE_REGISTRY", state->previous->c_str(), 1);
+    if (state_->previous) {
+        setenv("CORVANITE_REGISTRY", state_->previous->c_str(), 1);
     } else {
         unsetenv("CORVANITE_REGISTRY");
     }
 }
 
 void ScopedTestRegistry::createKey(RegistryHive hive, const std::string& keyPath) {
-    std::filesystem::create_directories(keyFolder(state->root, hive, keyPath));
+    std::filesystem::create_directories(keyFolder(state_->root, hive, keyPath));
 }
 
 void ScopedTestRegistry::setText(RegistryHive hive, const std::string& keyPath,
                                  const std::string& valueName, const std::string& utf8) {
     createKey(hive, keyPath);
-    writeBytes(keyFolder(state->root, hive, keyPath) / valueName, utf8ToCp1251(utf8));
+    writeBytes(keyFolder(state_->root, hive, keyPath) / valueName, utf8ToCp1251(utf8));
 }
 
 void ScopedTestRegistry::setDword(RegistryHive hive, const std::string& keyPath,
@@ -62,5 +62,5 @@ void ScopedTestRegistry::setDword(RegistryHive hive, const std::string& keyPath,
     createKey(hive, keyPath);
     const std::string bytes = {static_cast<char>(value), static_cast<char>(value >> 8),
                                static_cast<char>(value >> 16), static_cast<char>(value >> 24)};
-    writeBytes(keyFolder(state->root, hive, keyPath) / valueName, bytes);
+    writeBytes(keyFolder(state_->root, hive, keyPath) / valueName, bytes);
 }

@@ -49,24 +49,24 @@ struct ScopedTestRegistry::State {
     HKEY localMachine = nullptr;
 };
 
-ScopedTestRegistry::ScopedTestRegistry() : state(std::make_unique<State>()) {
+ScopedTestRegistry::ScopedTestRegistry() : state_(std::make_unique<State>()) {
     static std::atomic<unsigned> counter{0};
-    state->ownKey = std::wstring(testsKey) + L"\\diagnostics-" +
-                    std::to_wstring(GetCurrentProcessId()) + L"-" +
-                    std::to_wstring(counter.fetch_add(1));
-    state->currentUser = createUnder(HKEY_CURRENT_USER, state->ownKey + L"\\HKCU");
-    state->localMachine = createUnder(HKEY_CURRENT_USER, state->ownKey + L"\\HKLM");
-    RegOverridePredefKey(HKEY_CURRENT_USER, state->currentUser);
-    RegOverridePredefKey(HKEY_LOCAL_MACHINE, state->localMachine);
+    state_->ownKey = std::wstring(testsKey) + L"\\diagnostics-" +
+                     std::to_wstring(GetCurrentProcessId()) + L"-" +
+                     std::to_wstring(counter.fetch_add(1));
+    state_->currentUser = createUnder(HKEY_CURRENT_USER, state_->ownKey + L"\\HKCU");
+    state_->localMachine = createUnder(HKEY_CURRENT_USER, state_->ownKey + L"\\HKLM");
+    RegOverridePredefKey(HKEY_CURRENT_USER, state_->currentUser);
+    RegOverridePredefKey(HKEY_LOCAL_MACHINE, state_->localMachine);
 }
 
 ScopedTestRegistry::~ScopedTestRegistry() {
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
-    RegCloseKey(state->currentUser);
-    RegCloseKey(state->localMachine);
-    RegDeleteTreeW(HKEY_CURRENT_USER, state->ownKey.c_str());
-    RegDeleteKeyExW(HKEY_CURRENT_USER, state->ownKey.c_str(), KEY_WOW64_64KEY, 0);
+    RegCloseKey(state_->currentUser);
+    RegCloseKey(state_->localMachine);
+    RegDeleteTreeW(HKEY_CURRENT_USER, state_->ownKey.c_str());
+    RegDeleteKeyExW(HKEY_CURRENT_USER, state_->ownKey.c_str(), KEY_WOW64_64KEY, 0);
     // The tests' own parent key goes once no other run still has a key in it.
     RegDeleteKeyExW(HKEY_CURRENT_USER, testsKey, KEY_WOW64_64KEY, 0);
 }

@@ -8,12 +8,12 @@ namespace {
 
 class Cursor {
 public:
-    Cursor(const std::vector<std::uint8_t>& bytes, std::size_t at) : bytes(bytes), at(at) {}
+    Cursor(const std::vector<std::uint8_t>& bytes, std::size_t at) : bytes_(bytes), at_(at) {}
 
     std::uint16_t u16() {
         need(2);
-        const std::uint16_t value = bytes[at] | (bytes[at + 1] << 8);
-        at += 2;
+        const std::uint16_t value = bytes_[at_] | (bytes_[at_ + 1] << 8);
+        at_ += 2;
         return value;
     }
     std::uint32_t u32() {
@@ -22,20 +22,20 @@ public:
     }
     std::string text(std::size_t length) {
         need(length);
-        std::string value(bytes.begin() + at, bytes.begin() + at + length);
-        at += length;
+        std::string value(bytes_.begin() + at_, bytes_.begin() + at_ + length);
+        at_ += length;
         return value;
     }
-    std::size_t position() const { return at; }
+    std::size_t position() const { return at_; }
 
 private:
     void need(std::size_t length) const {
-        if (at + length > bytes.size()) {
+        if (at_ + length > bytes_.size()) {
             throw std::runtime_error("record runs past the end of the archive");
         }
     }
-    const std::vector<std::uint8_t>& bytes;
-    std::size_t at;
+    const std::vector<std::uint8_t>& bytes_;
+    std::size_t at_;
 };
 
 ZipEndRecord readEnd(const std::vector<std::uint8_t>& archive) {

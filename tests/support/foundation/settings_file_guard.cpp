@@ -7,20 +7,20 @@
 #include "foundation/client_properties.h"
 #include "tests/support/foundation/temp_folder.h"
 
-SettingsFileGuard::SettingsFileGuard() : path(nativePath(clientProperties().filePath)) {
+SettingsFileGuard::SettingsFileGuard() : path_(nativePath(clientProperties().filePath)) {
     std::error_code ignored;
-    existed = std::filesystem::exists(path, ignored);
-    if (existed) {
-        std::ifstream stream(path, std::ios::binary);
-        saved.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+    existed_ = std::filesystem::exists(path_, ignored);
+    if (existed_) {
+        std::ifstream stream(path_, std::ios::binary);
+        saved_.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
     }
 }
 
 SettingsFileGuard::~SettingsFileGuard() {
     std::error_code ignored;
-    if (existed) {
-        std::ofstream(path, std::ios::binary | std::ios::trunc) << saved;
+    if (existed_) {
+        std::ofstream(path_, std::ios::binary | std::ios::trunc) << saved_;
     } else {
-        std::filesystem::remove(path, ignored);
+        std::filesystem::remove(path_, ignored);
     }
 }

@@ -15,8 +15,8 @@ public:
     SettingsFileGuard& operator=(const SettingsFileGuard&) = delete;
 
 private:
-    TestFileLock lock{"corvanite-settings-tests.lock", true};
-    std::filesystem::path path;
-    bool existed = false;
-    std::string saved;
+    TestFileLock lock_{"corvanite-settings-tests.lock", true};
+    std::filesystem::path path_;
+    bool existed_ = false;
+    std::string saved_;
 };

@@ -13,5 +13,5 @@ public:
     TestFileLock& operator=(const TestFileLock&) = delete;
 
 private:
-    std::intptr_t handle = -1;
+    std::intptr_t handle_ = -1;
 };

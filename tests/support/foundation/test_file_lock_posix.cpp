@@ -21,12 +21,12 @@ TestFileLock::TestFileLock(const char* fileName, bool exclusive) {
             throw std::runtime_error(std::string("the tests' lock can't be taken: ") + fileName);
         }
     }
-    handle = file;
+    handle_ = file;
 }
 
 TestFileLock::~TestFileLock() {
-    if (handle >= 0) {
-        flock(static_cast<int>(handle), LOCK_UN);
-        close(static_cast<int>(handle));
+    if (handle_ >= 0) {
+        flock(static_cast<int>(handle_), LOCK_UN);
+        close(static_cast<int>(handle_));
     }
 }

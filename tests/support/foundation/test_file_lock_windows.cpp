@@ -35,12 +35,12 @@ TestFileLock::TestFileLock(const char* fileName, bool exclusive) {
         CloseHandle(file);
         throw std::runtime_error(std::string("the tests' lock can't be taken: ") + fileName);
     }
-    handle = reinterpret_cast<std::intptr_t>(file);
+    handle_ = reinterpret_cast<std::intptr_t>(file);
 }
 
 TestFileLock::~TestFileLock() {
-    if (handle != -1) {
-        const HANDLE file = reinterpret_cast<HANDLE>(handle);
+    if (handle_ != -1) {
+        const HANDLE file = reinterpret_cast<HANDLE>(handle_);
         OVERLAPPED whole{};
         UnlockFileEx(file, 0, 1, 0, &whole);
         CloseHandle(file);

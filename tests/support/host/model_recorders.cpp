@@ -6,8 +6,8 @@
 HostModelBoxRecorder::HostModelBoxRecorder() {
     setMessageBoxSink(
         [this](const std::wstring& caption, const std::wstring& text, unsigned flags) {
-            const std::lock_guard<std::mutex> guard(lock);
-            recorded.push_back({caption, text, flags});
+            const std::lock_guard<std::mutex> guard(lock_);
+            recorded_.push_back({caption, text, flags});
         });
 }
 
@@ -16,14 +16,14 @@ HostModelBoxRecorder::~HostModelBoxRecorder() {
 }
 
 std::vector<HostModelBox> HostModelBoxRecorder::boxes() const {
-    const std::lock_guard<std::mutex> guard(lock);
-    return recorded;
+    const std::lock_guard<std::mutex> guard(lock_);
+    return recorded_;
 }
 
 HostModelShellRecorder::HostModelShellRecorder(bool result) {
     setShellOpenSink([this, result](const std::wstring& target, int showCommand) {
-        const std::lock_guard<std::mutex> guard(lock);
-        recorded.push_back({target, showCommand});
+        const std::lock_guard<std::mutex> guard(lock_);
+        recorded_.push_back({target, showCommand});
         return result;
     });
 }
@@ -33,6 +33,6 @@ HostModelShellRecorder::~HostModelShellRecorder() {
 }
 
 std::vector<HostModelShellOpen> HostModelShellRecorder::opens() const {
-    const std::lock_guard<std::mutex> guard(lock);
-    return recorded;
+    const std::lock_guard<std::mutex> guard(lock_);
+    return recorded_;
 }

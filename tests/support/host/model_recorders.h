@@ -23,8 +23,8 @@ public:
     std::vector<HostModelBox> boxes() const;
 
 private:
-    mutable std::mutex lock;
-    std::vector<HostModelBox> recorded;
+    mutable std::mutex lock_;
+    std::vector<HostModelBox> recorded_;
 };
 
 struct HostModelShellOpen {
@@ -43,6 +43,6 @@ public:
     std::vector<HostModelShellOpen> opens() const;
 
 private:
-    mutable std::mutex lock;
-    std::vector<HostModelShellOpen> recorded;
+    mutable std::mutex lock_;
+    std::vector<HostModelShellOpen> recorded_;
 };

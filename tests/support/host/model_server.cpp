@@ -22,7 +22,7 @@ bool isOurServerProcess(std::uint32_t pid) {
 } // namespace
 
 HostModelServers::HostModelServers(const HostModelInstallation& installation)
-    : installation(installation) {}
+    : installation_(installation) {}
 
 HostModelServers::~HostModelServers() {
     endAll();
@@ -38,17 +38,17 @@ void HostModelServers::remember() {
     if (!isOurServerProcess(master)) {
         return;
     }
-    pids.insert(master);
+    pids_.insert(master);
     for (const detector::ProcessEntry& entry : detector::listProcesses()) {
         if (entry.parentPid == master && entry.exeName == L"CorvaniteHost.exe") {
-            pids.insert(entry.pid);
+            pids_.insert(entry.pid);
         }
     }
 }
 
 std::set<std::uint32_t> HostModelServers::runningServerProcesses() const {
     std::set<std::uint32_t> running;
-    for (const std::uint32_t pid : pids) {
+    for (const std::uint32_t pid : pids_) {
         if (isOurServerProcess(pid)) {
             running.insert(pid);
         }
@@ -58,11 +58,11 @@ std::set<std::uint32_t> HostModelServers::runningServerProcesses() const {
 
 // The double reads its switches from "host_double.cfg" beside it, one a line.
 void HostModelServers::ignoreQuit() const {
-    installation.writeText("host_double.cfg", "ignore_quit\n");
+    installation_.writeText("host_double.cfg", "ignore_quit\n");
 }
 
 void HostModelServers::neverListen() const {
-    installation.writeText("host_double.cfg", "never_listen\n");
+    installation_.writeText("host_double.cfg", "never_listen\n");
 }
 
 void HostModelServers::endAll() {
@@ -72,5 +72,5 @@ void HostModelServers::endAll() {
     for (int i = 0; i < 100 && !runningServerProcesses().empty(); ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
-    pids.clear();
+    pids_.clear();
 }

@@ -29,6 +29,6 @@ public:
     void endAll();
 
 private:
-    const HostModelInstallation& installation;
-    std::set<std::uint32_t> pids;
+    const HostModelInstallation& installation_;
+    std::set<std::uint32_t> pids_;
 };

@@ -35,7 +35,7 @@ public:
     HostModelRegistryLock& operator=(const HostModelRegistryLock&) = delete;
 
 private:
-    void* handle = nullptr;
+    void* handle_ = nullptr;
 };
 
 // The server's stop kills every process named "CorvaniteHost.exe" of the user, so a test that

@@ -67,15 +67,15 @@ std::uint16_t hostModelFreePort() {
 }
 
 HostModelRegistryLock::HostModelRegistryLock()
-    : handle(CreateMutexW(nullptr, FALSE, registryLockName)) {
-    if (handle != nullptr) {
-        WaitForSingleObject(handle, INFINITE);
+    : handle_(CreateMutexW(nullptr, FALSE, registryLockName)) {
+    if (handle_ != nullptr) {
+        WaitForSingleObject(handle_, INFINITE);
     }
 }
 
 HostModelRegistryLock::~HostModelRegistryLock() {
-    if (handle != nullptr) {
-        ReleaseMutex(handle);
-        CloseHandle(handle);
+    if (handle_ != nullptr) {
+        ReleaseMutex(handle_);
+        CloseHandle(handle_);
     }
 }

@@ -11,17 +11,17 @@
 class CountingCommand : public Command {
 public:
     explicit CountingCommand(std::int32_t id, std::function<void()> effect = nullptr)
-        : Command(id), effect(std::move(effect)) {}
+        : Command(id), effect_(std::move(effect)) {}
 
     void execute() override {
         ++runs;
-        if (effect) {
-            effect();
+        if (effect_) {
+            effect_();
         }
     }
 
     std::atomic<int> runs{0};
 
 private:
-    std::function<void()> effect;
+    std::function<void()> effect_;
 };

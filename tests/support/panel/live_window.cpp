@@ -28,7 +28,7 @@ template <typename Condition> bool waitFor(Condition condition, std::chrono::sec
 
 } // namespace
 
-PanelLiveWindow::PanelLiveWindow() : savedLanguage(panelMessages.language.load()) {
+PanelLiveWindow::PanelLiveWindow() : savedLanguage_(panelMessages.language.load()) {
     panelMessages.setLanguage(Language::English);
     setSelectedLogLevel(0);
     commandInProgress.store(false);
@@ -43,18 +43,18 @@ PanelLiveWindow::~PanelLiveWindow() {
     servers.endAll();
     application_.reset();
     setSelectedLogLevel(0);
-    panelMessages.setLanguage(savedLanguage);
+    panelMessages.setLanguage(savedLanguage_);
 }
 
 void PanelLiveWindow::makeHost() {
     // A host left by an earlier test of the same process starts this test's server anew.
     getHost()->startServer();
-    hostMade = true;
+    hostMade_ = true;
     servers.remember();
 }
 
 void PanelLiveWindow::settleHost() {
-    if (!hostMade) {
+    if (!hostMade_) {
         return;
     }
     // A watchdog may be starting a server on a thread of its own: the host stays idle for half a
@@ -68,8 +68,8 @@ void PanelLiveWindow::settleHost() {
 }
 
 void PanelLiveWindow::build(const std::string& layoutPath) {
-    layout = std::make_unique<utils::AppDataManager>(layoutPath, DisplayScale{});
-    application_ = std::make_unique<RecordingApplication>(makeRecordingWindow(*layout), *layout);
+    layout_ = std::make_unique<utils::AppDataManager>(layoutPath, DisplayScale{});
+    application_ = std::make_unique<RecordingApplication>(makeRecordingWindow(*layout_), *layout_);
 }
 
 void PanelLiveWindow::build() {

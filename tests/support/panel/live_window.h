@@ -61,8 +61,8 @@ private:
     // Waits until no start or stop of the host is under way.
     void settleHost();
 
-    bool hostMade = false;
-    int savedLanguage;
-    std::unique_ptr<utils::AppDataManager> layout;
+    bool hostMade_ = false;
+    int savedLanguage_;
+    std::unique_ptr<utils::AppDataManager> layout_;
     std::unique_ptr<RecordingApplication> application_;
 };
