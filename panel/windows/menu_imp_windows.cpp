@@ -35,8 +35,13 @@ MenuImpWindows::MenuImpWindows(HWND window, HINSTANCE instance, const utils::App
 }
 
 MenuImpWindows::~MenuImpWindows() {
-    Shell_NotifyIconW(NIM_DELETE, &notifyData_);
+    removeTrayIcon();
     DestroyMenu(menuHandle_);
+}
+
+void MenuImpWindows::removeTrayIcon() {
+    KillTimer(window_, trayIconRetryTimerId);
+    Shell_NotifyIconW(NIM_DELETE, &notifyData_);
 }
 
 bool MenuImpWindows::fillTooltip() {

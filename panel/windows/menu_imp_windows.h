@@ -34,6 +34,9 @@ public:
     void restoreTrayIcon();
     // The retry timer's tick: adds the icon, or gives up once the 2 minutes are over.
     void retryTrayIcon();
+    // Takes the icon out of the tray as the window goes: the program ends without destroying its
+    // objects, and an icon left behind would stay in the tray with no program behind it.
+    void removeTrayIcon();
 
     HMENU nativeMenu() const { return menuHandle_; }
     // The tooltip of the tray icon as it was last given to the shell.

@@ -54,6 +54,9 @@ LRESULT CALLBACK staticWindowProcedure(HWND window, UINT message, WPARAM wParam,
 LRESULT WindowImpWindows::windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_DESTROY:
+        if (menu()) {
+            std::static_pointer_cast<MenuImpWindows>(menu())->removeTrayIcon();
+        }
         PostQuitMessage(0);
         return 0;
     case WM_CLOSE:

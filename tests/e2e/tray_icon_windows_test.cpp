@@ -24,6 +24,24 @@ TEST_F(TrayIcon, TheTrayIconComesBackWhenTheTaskbarIsMadeAnew) {
     EXPECT_TRUE(ui::waitUntil([&] { return ui::isVisible(window); }));
 }
 
+// The program ends at once on Exit, without destroying its objects one by one, so it takes its
+// icon out of the tray before. An icon whose program has ended is left to the shell to clear away:
+// Windows leaves it in the tray until the mouse passes over it, and Wine's shell holds the desktop
+// for about two seconds while it clears it, so that every program started meanwhile waits.
+TEST_F(TrayIcon, ExitTakesTheIconOutOfTheTrayAndLeavesTheDesktopFree) {
+    ProgramRun run(L"--silent");
+    HWND window = run.window();
+    ASSERT_NE(window, nullptr);
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::trayIconShown(window); }));
+    ProgramRun quit(L"--quit");
+    ASSERT_EQ(quit.waitForExit(), std::optional<DWORD>(0));
+    ASSERT_EQ(run.waitForExit(), std::optional<DWORD>(0));
+    DWORD_PTR answer = 0;
+    EXPECT_NE(
+        SendMessageTimeoutW(GetDesktopWindow(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 1000, &answer), 0);
+    EXPECT_FALSE(ui::trayIconShown(window));
+}
+
 // At log-on the taskbar may not be there yet, and it refuses the icon. The panel keeps trying every
 // 10 s, and meanwhile its menu exists: a language change works and ends nothing.
 TEST_F(TrayIcon, AnIconRefusedAtStartIsAddedOnceTheTaskbarTakesIt) {
