@@ -1,39 +1,24 @@
 #!/usr/bin/env python3
 """Fails when a C++ source of the tree is not as clang-format leaves it (the tree's .clang-format).
 
-The sources are found by walking the tree, not by asking git, so that a tree unpacked from an
-archive is checked the same way; build trees (the build/ folder, or any folder that holds a
-CMakeCache.txt) and hidden folders are skipped.
+The sources are those of tree_sources.cpp_sources.
 
 usage: check-format.py <tree> [clang-format program]
 """
-import os
 import pathlib
 import subprocess
 import sys
 
-SUFFIXES = (".cpp", ".h")
+from tree_sources import cpp_sources
+
 # Files per clang-format run: keeps the command line short on any system.
 BATCH = 100
-
-
-def sources(root: pathlib.Path) -> list[str]:
-    found = []
-    for folder, subfolders, files in os.walk(root):
-        here = pathlib.Path(folder)
-        subfolders[:] = sorted(name for name in subfolders
-                               if not name.startswith(".")
-                               and not (here == root and name == "build")
-                               and not (here / name / "CMakeCache.txt").exists())
-        found += [(here / name).relative_to(root).as_posix()
-                  for name in sorted(files) if name.endswith(SUFFIXES)]
-    return found
 
 
 def main() -> int:
     root = pathlib.Path(sys.argv[1]).resolve()
     program = sys.argv[2] if len(sys.argv) > 2 else "clang-format"
-    files = sources(root)
+    files = cpp_sources(root)
     if not files:
         print(f"no C++ sources under {root}")
         return 1

@@ -11,19 +11,16 @@ bodies of classes, structs and unions (local ones inside functions too), and in 
 declarations at its own level under `private:` or `protected:` (or before any label, in a class)
 that declare no function. Class constants (`static constexpr`, `static const`) are not state and
 are left out. Not seen: a class defined inside a function body that is itself written inside a
-class, and declarations that only exist behind an #if. The sources are the .cpp and .h files git
-tracks under the tree, or, outside a git checkout, those found by walking it as
-scripts/check-format.py does.
+class, and declarations that only exist behind an #if. The sources are those of
+tree_sources.cpp_sources, as for the format check.
 
 usage: check-members.py <tree>
 """
-import os
 import pathlib
 import re
-import subprocess
 import sys
 
-SUFFIXES = (".cpp", ".h")
+from tree_sources import cpp_sources
 
 TOKEN = re.compile(r"""
     (?P<comment>//[^\n]*|/\*.*?\*/)
@@ -189,28 +186,9 @@ def check_file(path: pathlib.Path, shown: str) -> list[str]:
     return found
 
 
-def sources(root: pathlib.Path) -> list[str]:
-    try:
-        listed = subprocess.run(["git", "ls-files", "-z", "--", "*.cpp", "*.h"], cwd=root,
-                                capture_output=True, text=True, check=True).stdout
-        return sorted(name for name in listed.split("\0") if name.endswith(SUFFIXES))
-    except (OSError, subprocess.CalledProcessError):
-        pass
-    found = []
-    for folder, subfolders, files in os.walk(root):
-        here = pathlib.Path(folder)
-        subfolders[:] = sorted(name for name in subfolders
-                               if not name.startswith(".")
-                               and not (here == root and name == "build")
-                               and not (here / name / "CMakeCache.txt").exists())
-        found += [(here / name).relative_to(root).as_posix()
-                  for name in sorted(files) if name.endswith(SUFFIXES)]
-    return found
-
-
 def main() -> int:
     root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ".").resolve()
-    files = sources(root)
+    files = cpp_sources(root)
     if not files:
         print(f"no C++ sources under {root}")
         return 1

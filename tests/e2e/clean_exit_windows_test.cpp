@@ -36,17 +36,14 @@ bool processNamed(const wchar_t* name) {
 struct CleanExit : PanelSession {
     CleanExit() : PanelSession(ServerBuild::Windowless) {}
 
-    // Exit from the tray menu, as the user chooses it.
-    void chooseExit(const ProgramRun& run, HWND window) {
+    // Exit from the tray menu, as the user chooses it; the program ended by itself with 0, and no
+    // crash report of the system came up: Wine's debugger, which shows the crash box, or a box of
+    // the program.
+    void exitAndExpectCleanEnd(const ProgramRun& run, HWND window, int cycle) {
         ui::trayClick(window, WM_RBUTTONDOWN);
         HWND menu = ui::waitForPopupMenu(run.processId());
-        ASSERT_NE(menu, nullptr);
+        ASSERT_NE(menu, nullptr) << "cycle " << cycle;
         ui::choosePopupEntry(menu, layout.menuPlaceOf(quitCommand));
-    }
-
-    // The program ended by itself with 0, and no crash report of the system came up: Wine's
-    // debugger, which shows the crash box, or a box of the program.
-    void expectCleanEnd(const ProgramRun& run, int cycle) {
         EXPECT_EQ(run.waitForExit(), std::optional<DWORD>(0)) << "cycle " << cycle;
         EXPECT_FALSE(processNamed(L"winedbg.exe")) << "cycle " << cycle;
         EXPECT_EQ(ui::findTopWindow(L"#32770", run.processId()), nullptr) << "cycle " << cycle;
@@ -87,8 +84,7 @@ TEST_F(CleanExit, ExitDuringAStartEndsThePanelCleanlyEveryTime) {
                    !ui::isEnabled(stopButton);
         })) << "cycle "
             << cycle;
-        chooseExit(run, window);
-        expectCleanEnd(run, cycle);
+        exitAndExpectCleanEnd(run, window, cycle);
         if (HasFailure()) {
             return;
         }
@@ -116,8 +112,7 @@ TEST_F(CleanExit, ExitDuringAReportEndsThePanelCleanlyEveryTime) {
             return !ui::isEnabled(link) || shell.records().size() > handed;
         })) << "cycle "
             << cycle;
-        chooseExit(run, window);
-        expectCleanEnd(run, cycle);
+        exitAndExpectCleanEnd(run, window, cycle);
         if (HasFailure()) {
             return;
         }

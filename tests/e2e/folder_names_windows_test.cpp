@@ -118,10 +118,7 @@ TEST_P(FolderNames, StartRunningStopRunAndALevelChange) {
     ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(stop); }));
     const std::string masterBefore = installation.readFile(L"nginx.pid");
     ui::chooseComboEntry(control(window, LogLevelBox), 2);
-    EXPECT_TRUE(ui::waitUntil([&] {
-        return installation.readFile(L"conf\\nginx.conf").find("error_log logs/error.log debug;") !=
-               std::string::npos;
-    }));
+    EXPECT_TRUE(ui::waitUntil([&] { return installation.confHoldsLevel("debug"); }));
     EXPECT_TRUE(ui::waitUntil([&] {
         const std::string master = installation.readFile(L"nginx.pid");
         return !master.empty() && master != masterBefore;

@@ -239,6 +239,11 @@ std::string Installation::readFile(const std::wstring& relative) const {
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
+bool Installation::confHoldsLevel(const std::string& level) const {
+    return readFile(L"conf\\nginx.conf").find("error_log logs/error.log " + level + ";") !=
+           std::string::npos;
+}
+
 void Installation::writeFile(const std::wstring& relative, const std::string& content) const {
     std::ofstream(std::filesystem::path(pathOf(relative)), std::ios::binary | std::ios::trunc)
         << content;

@@ -91,6 +91,8 @@ public:
     void pointPathAt(const std::wstring& folder) const { path_.write(folder); }
 
     std::string readFile(const std::wstring& relative) const;
+    // Whether nginx.conf sets the error log's level to that word ("debug", "error" …).
+    bool confHoldsLevel(const std::string& level) const;
     void writeFile(const std::wstring& relative, const std::string& content) const;
     void removeFile(const std::wstring& relative) const;
 

@@ -26,6 +26,12 @@ HWND PanelSession::control(HWND window, int id) const {
     return found;
 }
 
+void PanelSession::clickOnceEnabled(HWND window, int id) const {
+    HWND button = control(window, id);
+    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(button); })) << "control " << id;
+    ui::click(button);
+}
+
 bool PanelSession::waitForText(HWND control, const std::wstring& text,
                                std::chrono::milliseconds timeout) const {
     return ui::waitUntil([&] { return ui::text(control) == text; }, timeout);

@@ -40,6 +40,10 @@ struct PanelSession : ::testing::Test {
     // The control of the layout's widget id. The window exists before its controls, so this waits
     // for it to be made; null when it doesn't come.
     HWND control(HWND window, int id) const;
+    // Clicks the control once it is enabled, as a user waits for a button to come back; fails
+    // the test when it doesn't.
+    void clickOnceEnabled(HWND window, int id) const;
+
     // Waits until the control shows the text.
     bool waitForText(HWND control, const std::wstring& text,
                      std::chrono::milliseconds timeout = ui::patience) const;

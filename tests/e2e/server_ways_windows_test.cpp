@@ -82,8 +82,7 @@ TEST_F(ServerWays, RunWithThePortHeldByAnotherProgramNamesItInABox) {
     ProgramRun run;
     HWND window = startPanel(run);
     ASSERT_NE(window, nullptr);
-    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, StopButton)); }));
-    ui::click(control(window, StopButton));
+    ASSERT_NO_FATAL_FAILURE(clickOnceEnabled(window, StopButton));
     ASSERT_TRUE(installation.waitForServer(false));
     ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, RunButton)); }));
     ASSERT_TRUE(ui::waitUntil([&] { return !portTaken(installation.port()); }, 10s));
@@ -125,8 +124,7 @@ TEST_F(ServerWays, StopEndsAServerThatIgnoresItAndSparesASameNamedProgramElsewhe
     ProgramRun run;
     HWND window = startPanel(run);
     ASSERT_NE(window, nullptr);
-    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, StopButton)); }));
-    ui::click(control(window, StopButton));
+    ASSERT_NO_FATAL_FAILURE(clickOnceEnabled(window, StopButton));
     EXPECT_TRUE(installation.waitForServer(false, 40s));
     EXPECT_TRUE(waitForText(control(window, StatusLabel), words("CVCP-000010", English)));
     EXPECT_TRUE(ui::waitUntil([&] { return !portTaken(installation.port()); }, 10s));
@@ -142,8 +140,7 @@ TEST_F(ServerWays, StopLeavesNoWorkerThatOutlivedItsMaster) {
     ProgramRun run;
     HWND window = startPanel(run);
     ASSERT_NE(window, nullptr);
-    ASSERT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, StopButton)); }));
-    ui::click(control(window, StopButton));
+    ASSERT_NO_FATAL_FAILURE(clickOnceEnabled(window, StopButton));
     EXPECT_TRUE(installation.waitForServer(false, 40s));
     EXPECT_TRUE(ui::waitUntil([&] { return !portTaken(installation.port()); }, 10s));
     EXPECT_TRUE(ui::waitUntil([&] { return ui::isEnabled(control(window, RunButton)); }));

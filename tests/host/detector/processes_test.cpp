@@ -109,10 +109,9 @@ TEST(Processes, ChildProcessIdOfAProcessWithoutChildrenIsZero) {
 
 TEST(Processes, ChildProcessIdIsTheMastersWorker) {
     DoubleInstallation server;
-    ASSERT_TRUE(server.launch());
-    const std::uint32_t master = server.waitForMaster();
-    ASSERT_NE(master, 0u);
-    const std::uint32_t worker = server.waitForWorker(master);
+    const RunningServer running(server);
+    const std::uint32_t master = running.master;
+    const std::uint32_t worker = running.worker;
     ASSERT_NE(worker, 0u);
     for (const detector::ProcessEntry& entry : detector::listProcesses()) {
         if (entry.pid == worker) {
@@ -285,11 +284,8 @@ TEST(Processes, NameInAnotherCaseDoesNotMatch) {
 
 TEST(Processes, KillProcessesEndsEveryProcessOfThatNameOfThisUser) {
     DoubleInstallation server;
-    ASSERT_TRUE(server.launch());
-    const std::uint32_t master = server.waitForMaster();
-    ASSERT_NE(master, 0u);
-    const std::uint32_t worker = server.waitForWorker(master);
-    ASSERT_NE(worker, 0u);
+    const RunningServer running(server);
+    ASSERT_NE(running.worker, 0u);
     detector::killProcesses(server.exeName());
     EXPECT_TRUE(eventually([&] { return pidsNamed(server.exeName()).empty(); }));
 }
@@ -298,10 +294,8 @@ TEST(Processes, KillProcessesEndsEveryProcessOfThatNameOfThisUser) {
 // worker has let go of its listening socket.
 TEST(Processes, AnEndedWorkerHasLetGoOfItsPortWhenTheEndReturns) {
     DoubleInstallation server;
-    ASSERT_TRUE(server.launch());
-    const std::uint32_t master = server.waitForMaster();
-    ASSERT_NE(master, 0u);
-    const std::uint32_t worker = server.waitForWorker(master);
+    const RunningServer running(server);
+    const std::uint32_t worker = running.worker;
     ASSERT_NE(worker, 0u);
     ASSERT_TRUE(eventually([&] { return hasConnection(worker); }));
     ASSERT_TRUE(detector::native::terminateProcess(worker));

@@ -27,24 +27,6 @@ unsigned randomPort() {
     return std::uniform_int_distribution<unsigned>(20000, 59999)(generator);
 }
 
-// A started server whose worker listens; nothing when it didn't come up.
-struct RunningServer {
-    explicit RunningServer(DoubleInstallation& installation) {
-        if (!installation.launch()) {
-            return;
-        }
-        master = installation.waitForMaster();
-        worker = master == 0 ? 0 : installation.waitForWorker(master);
-    }
-    // Whether master and worker have both ended, waited for as long as eventually waits.
-    bool ended() const {
-        return eventually(
-            [&] { return !detector::processExists(master) && !detector::processExists(worker); });
-    }
-    std::uint32_t master = 0;
-    std::uint32_t worker = 0;
-};
-
 // Polls as the server control does: a table that changed between the two reads of the system
 // fails that one read.
 std::optional<detector::TcpConnection> connectionOf(std::uint32_t pid, milliseconds limit) {

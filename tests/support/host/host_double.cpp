@@ -191,3 +191,16 @@ void DoubleInstallation::endConsoleHosts() const {
         return !left;
     });
 }
+
+RunningServer::RunningServer(DoubleInstallation& installation) {
+    if (!installation.launch()) {
+        return;
+    }
+    master = installation.waitForMaster();
+    worker = master == 0 ? 0 : installation.waitForWorker(master);
+}
+
+bool RunningServer::ended() const {
+    return eventually(
+        [&] { return !detector::processExists(master) && !detector::processExists(worker); });
+}

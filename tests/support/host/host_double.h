@@ -82,3 +82,13 @@ private:
     // The console hosts that were there before the copy ran: none of them is its.
     std::set<std::uint32_t> consoleHostsBefore_;
 };
+
+// A started server of a copy whose worker is there; 0 for both when it didn't come up.
+struct RunningServer {
+    explicit RunningServer(DoubleInstallation& installation);
+    // Whether master and worker have both ended, waited for as long as eventually waits.
+    bool ended() const;
+
+    std::uint32_t master = 0;
+    std::uint32_t worker = 0;
+};
