@@ -1,11 +1,12 @@
 # Sourced by scripts/bench.sh inside a Wine session: the program's CPU use while idle, and its peak
 # resident memory. Prints one JSON object; when the program cannot be measured yet, {"missing": why}.
 
-# CPU seconds (user + system) of one process, from /proc/<pid>/stat.
+# CPU seconds of one process, all its threads, from the scheduler's nanosecond counts: an idle
+# program runs for a few milliseconds a minute, below the 10 ms steps of /proc/<pid>/stat. Threads
+# that ended during the sample are missed; an idle program ends none.
 cpu_seconds() {
-    local ticks
-    ticks=$(awk '{print $14 + $15}' "/proc/$1/stat" 2>/dev/null) || return 1
-    awk -v t="$ticks" -v hz="$(getconf CLK_TCK)" 'BEGIN {printf "%.3f", t / hz}'
+    [ -d "/proc/$1/task" ] || return 1
+    cat /proc/"$1"/task/*/schedstat 2>/dev/null | awk '{ns += $1} END {printf "%.6f", ns / 1e9}'
 }
 
 # The wineserver of the session's prefix: the one whose folder is named after the prefix's device
@@ -44,7 +45,7 @@ idle_usage() {
     server_after=$(cpu_seconds "$server" 2>/dev/null || echo 0)
     awk -v b="$before" -v a="$after" -v sb="$server_before" -v sa="$server_after" \
         -v s="$seconds" -v p="$peak" 'BEGIN {
-            printf "{\"seconds\": %d, \"cpu_percent\": %.3f, \"wineserver_cpu_percent\": %.3f, ", s, 100 * (a - b) / s, 100 * (sa - sb) / s
+            printf "{\"seconds\": %d, \"cpu_percent\": %.4f, \"wineserver_cpu_percent\": %.4f, ", s, 100 * (a - b) / s, 100 * (sa - sb) / s
             printf "\"peak_rss_kib\": %d}\n", p }'
 }
 
