@@ -27,6 +27,11 @@ void initialiseCom() {
     }
 }
 
+std::mutex& sessionTurn() {
+    static std::mutex turn;
+    return turn;
+}
+
 } // namespace
 
 Bstr::Bstr(const wchar_t* source) : text_(SysAllocString(source)) {
@@ -39,7 +44,7 @@ Bstr::~Bstr() {
     SysFreeString(text_);
 }
 
-WmiSession::WmiSession() {
+WmiSession::WmiSession() : turn_(sessionTurn()) {
     initialiseCom();
     const HRESULT created =
         CoCreateInstance(CLSID_WbemLocator, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemLocator,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -62,6 +63,11 @@ private:
 // One COM initialisation of the calling thread with a locator and, once connected, the services
 // of one namespace. Everything is released in reverse order, COM last. Every failure raises
 // detector::InternalError.
+//
+// One session at a time in the program: the report's sections run side by side, and Wine's
+// management provider, which runs inside the program, isn't safe for two queries at once: the
+// report crashed the program inside it now and again. A session waits for the one before it to
+// end.
 class WmiSession {
 public:
     WmiSession();
@@ -75,6 +81,8 @@ public:
     ComPtr<IEnumWbemClassObject> query(const wchar_t* wql);
 
 private:
+    // Held from the first step of the session to its last: declared first, let go last.
+    std::unique_lock<std::mutex> turn_;
     ComPtr<IWbemLocator> locator_;
     ComPtr<IWbemServices> services_;
 };
