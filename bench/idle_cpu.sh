@@ -23,9 +23,10 @@ prefix_wineserver() {
     return 1
 }
 
-# How long a program settles after its start, and how long it is sampled.
+# How long a program settles after its start, and how long it is sampled (CORVANITE_IDLE_SECONDS
+# asks for longer samples, which the run-to-run spread of the prefix's baseline calls for).
 settle_seconds=10
-sample_seconds=60
+sample_seconds=${CORVANITE_IDLE_SECONDS:-60}
 
 # Samples over SECONDS a running process (none: the prefix alone, the baseline) and the prefix's
 # wineserver, which carries every timer message and window call of a Windows program under Wine.
