@@ -44,8 +44,19 @@ std::string upperCase(std::string text) {
     return text;
 }
 
+// Whether the process has a row in the TCP table. A table that changed between the system's two
+// reads fails that one read, and is read again.
 bool hasConnection(std::uint32_t pid) {
-    for (const detector::TcpConnection& connection : detector::tcpConnections()) {
+    std::vector<detector::TcpConnection> table;
+    eventually([&] {
+        try {
+            table = detector::tcpConnections();
+            return true;
+        } catch (const std::exception&) {
+            return false;
+        }
+    });
+    for (const detector::TcpConnection& connection : table) {
         if (connection.processId == pid) {
             return true;
         }
