@@ -8,6 +8,7 @@
 
 #include "foundation/text.h"
 #include "host/detector/proc_files_posix.h"
+#include "host/detector/wait_until.h"
 
 namespace detector {
 
@@ -80,13 +81,7 @@ bool terminateProcess(std::uint32_t pid) {
         return false;
     }
     // The signal only starts the end: the process lets go of its port once it is a zombie.
-    for (int poll = 0; poll < terminationWaitMilliseconds / 10; ++poll) {
-        if (!runningStartTime(pid)) {
-            break;
-        }
-        const timespec pause{0, 10'000'000};
-        nanosleep(&pause, nullptr);
-    }
+    waitUntil(terminationWaitMilliseconds / 1000, [pid] { return !runningStartTime(pid); });
     return true;
 }
 
