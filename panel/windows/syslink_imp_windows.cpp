@@ -49,10 +49,16 @@ void SyslinkImpWindows::createTooltip() {
     const std::wstring text = serviceUrl("");
     TOOLINFOW info = toolInfo(text);
     SendMessageW(tooltip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+    tooltipText_ = text;
 }
 
 // Without a tooltip (a link whose command isn't 12) the message goes to a null handle and is lost.
 void SyslinkImpWindows::setTooltipText(const std::wstring& text) {
+    // The window's tick gives the same address every second.
+    if (text == tooltipText_) {
+        return;
+    }
     TOOLINFOW info = toolInfo(text);
     SendMessageW(tooltip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
+    tooltipText_ = text;
 }

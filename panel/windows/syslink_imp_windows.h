@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "panel/windows/widget_imp_windows.h"
 
@@ -23,4 +24,7 @@ public:
 private:
     void createTooltip();
     TOOLINFOW toolInfo(const std::wstring& text) const;
+
+    // The tooltip's text as it was last given.
+    std::wstring tooltipText_;
 };

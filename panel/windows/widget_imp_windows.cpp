@@ -27,6 +27,11 @@ void WidgetImpWindows::setVisible(bool visible) {
 }
 
 void WidgetImpWindows::setEnabled(bool enabled) {
+    // The window's tick sets every button's state each second; disabling a control again would
+    // still cancel its mouse capture and ask the system which window holds it.
+    if (isEnabled() == enabled) {
+        return;
+    }
     EnableWindow(handle_, enabled ? TRUE : FALSE);
 }
 

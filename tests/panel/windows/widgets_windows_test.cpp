@@ -27,26 +27,31 @@ std::shared_ptr<CountingCommand> command(std::int32_t id) {
     return std::make_shared<CountingCommand>(id);
 }
 
-// Counts the WM_SETTEXT messages that windows of this thread are sent while it lives.
-class SetTextCounter {
+// Counts the messages of one kind that windows of this thread are sent while it lives.
+class MessageCounter {
 public:
-    SetTextCounter() {
+    explicit MessageCounter(UINT message) {
+        counted() = message;
         sent() = 0;
         hook_ = SetWindowsHookExW(WH_CALLWNDPROC, record, nullptr, GetCurrentThreadId());
     }
-    ~SetTextCounter() { UnhookWindowsHookEx(hook_); }
-    SetTextCounter(const SetTextCounter&) = delete;
-    SetTextCounter& operator=(const SetTextCounter&) = delete;
+    ~MessageCounter() { UnhookWindowsHookEx(hook_); }
+    MessageCounter(const MessageCounter&) = delete;
+    MessageCounter& operator=(const MessageCounter&) = delete;
 
     int count() const { return sent(); }
 
 private:
+    static UINT& counted() {
+        static UINT message = 0;
+        return message;
+    }
     static int& sent() {
         static int count = 0;
         return count;
     }
     static LRESULT CALLBACK record(int code, WPARAM wParam, LPARAM lParam) {
-        if (code == HC_ACTION && reinterpret_cast<CWPSTRUCT*>(lParam)->message == WM_SETTEXT) {
+        if (code == HC_ACTION && reinterpret_cast<CWPSTRUCT*>(lParam)->message == counted()) {
             ++sent();
         }
         return CallNextHookEx(nullptr, code, wParam, lParam);
@@ -119,7 +124,7 @@ TEST_F(NativeWidgets, LabelWithEmptyTextIsCreatedWithoutTextAndTakesOneLater) {
 TEST_F(NativeWidgets, TheSameTextAgainIsNotSentToTheControl) {
     LabelImpWindows label(place(0, 0), instance, parent);
     label.setText("12:00:05");
-    const SetTextCounter counter;
+    const MessageCounter counter(WM_SETTEXT);
     label.setText("12:00:05");
     EXPECT_EQ(counter.count(), 0);
     label.setText("12:00:06");
@@ -198,6 +203,17 @@ TEST_F(NativeWidgets, OnlyTheServicePageLinkHasATooltip) {
     EXPECT_EQ(std::wstring(text), L"https://localhost:8443");
 }
 
+// The tick gives the service's address every second; only a new one reaches the tooltip.
+TEST_F(NativeWidgets, TheSameTooltipTextAgainIsNotSentToTheTooltip) {
+    SyslinkImpWindows address(place(0, 0, "-"), instance, parent, command(12));
+    address.setTooltipText(L"https://localhost:8443");
+    const MessageCounter counter(TTM_UPDATETIPTEXTW);
+    address.setTooltipText(L"https://localhost:8443");
+    EXPECT_EQ(counter.count(), 0);
+    address.setTooltipText(L"https://localhost:9443");
+    EXPECT_EQ(counter.count(), 1);
+}
+
 TEST_F(NativeWidgets, LinkKeepsItsMarkup) {
     SyslinkImpWindows link(place(0, 0, "CVCP-004101"), instance, parent, command(10));
     EXPECT_EQ(textOf(link.nativeHandle()), L"<a>Get information</a>");
@@ -238,6 +254,20 @@ TEST_F(NativeWidgets, HidingEnablingAndExecuting) {
     EXPECT_EQ(styleOf(button.nativeHandle()) & WS_VISIBLE, 0);
     button.execute();
     EXPECT_EQ(run->runs, 1);
+}
+
+// The tick sets both buttons' states every second; a control keeps its state without a word.
+TEST_F(NativeWidgets, TheSameStateAgainIsNotSentToTheControl) {
+    ButtonImpWindows button(place(0, 0, "CVCP-004002"), instance, parent, command(3));
+    button.setEnabled(false);
+    // Disabling a control cancels its mouse capture first, even when it was disabled already.
+    const MessageCounter cancels(WM_CANCELMODE);
+    button.setEnabled(false);
+    EXPECT_EQ(cancels.count(), 0);
+    button.setEnabled(true);
+    button.setEnabled(false);
+    EXPECT_EQ(cancels.count(), 1);
+    EXPECT_FALSE(button.isEnabled());
 }
 
 TEST_F(NativeWidgets, ControlThatCannotBeMadeFailsWithCVCP006006) {
