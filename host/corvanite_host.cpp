@@ -177,8 +177,10 @@ void CorvaniteHost::dropWorker() {
     port_.clear();
 }
 
-bool CorvaniteHost::holdsWorkerOf(std::uint32_t masterPid) const {
-    return worker_ && workerMaster_ == masterPid && !port_.empty() && worker_->running();
+bool CorvaniteHost::holdsWorkerOf(std::uint32_t masterPid, std::optional<bool> running) const {
+    // Asked only when the master's question didn't answer it already.
+    return worker_ && workerMaster_ == masterPid && !port_.empty() &&
+           (running ? *running : worker_->running());
 }
 
 bool CorvaniteHost::lookForWorker(std::uint32_t masterPid) {
@@ -211,7 +213,9 @@ ServerStatus CorvaniteHost::serverStatus() {
         return status;
     }
     // Held from tick to tick: while the server stays up, no snapshot is taken.
-    const ServerMaster master = serverMaster();
+    // The held worker is asked about in the same question as the held master.
+    const ServerMaster master = serverMaster(worker_ ? &*worker_ : nullptr);
+    status.masterRunning = master.running;
     const std::uint32_t pid = master.pid;
     const std::uint64_t seconds = master.seconds;
     if (seconds == 0) {
@@ -220,7 +224,7 @@ ServerStatus CorvaniteHost::serverStatus() {
     }
     // The snapshot and the connection table are costly: they are read only until the worker
     // and its connection are known, and again when that worker is gone.
-    if (!holdsWorkerOf(pid) && !lookForWorker(pid)) {
+    if (!holdsWorkerOf(pid, master.alongsideRunning) && !lookForWorker(pid)) {
         return status;
     }
     status.running = true;

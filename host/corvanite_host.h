@@ -20,6 +20,9 @@ struct HeldPort {
 // The state of the server as one refresh found it; "-" stands for every value not known.
 struct ServerStatus {
     bool running = false;
+    // Whether the master runs, as isServerRunning tells it; none when the refresh didn't look,
+    // with an operation in progress.
+    std::optional<bool> masterRunning;
     std::string time = "-";
     std::string port = "-";
     std::string address = "-";
@@ -88,9 +91,10 @@ public:
     std::string cachedPort() const;
 
 private:
-    // True when the held worker belongs to this master and still runs: the cached address and
-    // port are its. Called with cacheLock_ held.
-    bool holdsWorkerOf(std::uint32_t masterPid) const;
+    // True when the held worker belongs to this master and still runs, as `running` says when
+    // the master's question asked it too: the cached address and port are its. Called with
+    // cacheLock_ held.
+    bool holdsWorkerOf(std::uint32_t masterPid, std::optional<bool> running) const;
     // Looks for the master's worker and its connection, and holds both; false when either isn't
     // there yet. Called with cacheLock_ held.
     bool lookForWorker(std::uint32_t masterPid);

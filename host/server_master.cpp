@@ -59,13 +59,20 @@ ServerMaster lookUp(HeldMaster& held, const std::string& path) {
 
 } // namespace
 
-ServerMaster serverMaster() {
+ServerMaster serverMaster(const detector::ProcessIdentity* alongside) {
     HeldMaster& held = heldMaster();
     const std::string path = installPathOf(pidFileName);
     const std::lock_guard<std::mutex> lock(held.mutex);
-    if (held.process && held.path == path && fileStamp(path) == held.stamp &&
-        held.process->running()) {
-        return ServerMaster{held.process->pid(), true, held.process->ageSeconds()};
+    if (held.process && held.path == path && fileStamp(path) == held.stamp) {
+        ServerMaster master{held.process->pid(), true, held.process->ageSeconds()};
+        if (alongside != nullptr && detector::bothRunning(*held.process, *alongside)) {
+            master.alongsideRunning = true;
+            return master;
+        }
+        // One of the two has ended, or there is no other: the master is asked alone.
+        if (held.process->running()) {
+            return master;
+        }
     }
     return lookUp(held, path);
 }

@@ -10,8 +10,12 @@
 #include "panel/layout_ids.h"
 
 void MenuImp::update() {
+    const bool swaps = !items_.empty() && serverCommands_;
+    update(swaps && isServerRunning());
+}
+
+void MenuImp::update(bool running) {
     if (!items_.empty() && serverCommands_) {
-        const bool running = isServerRunning();
         const std::int32_t wanted = running ? commandid::stop : commandid::run;
         try {
             find(wanted);

@@ -32,6 +32,9 @@ public:
     // doesn't, then rewrites the texts. The answer comes from the master that the tick's status
     // refresh holds (serverMaster), so the choice costs no process snapshot of its own.
     virtual void update();
+    // The same with the answer that the tick's status refresh has just had of the master
+    // (isServerRunning), so that the tick asks the system once.
+    void update(bool running);
     // Appends an item and its native entry. An item without a command or with a text that is no
     // catalogue id fails before the menu changes. A second item with an id that exists is
     // appended like any other.

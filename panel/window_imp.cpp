@@ -128,7 +128,11 @@ bool WindowImp::update() {
         if (failed && !failureAnnounced_) {
             menu_->announce(notice);
         }
-        menu_->update();
+        if (status.masterRunning) {
+            menu_->update(*status.masterRunning);
+        } else {
+            menu_->update();
+        }
     }
     failureAnnounced_ = failed;
     widget(widgetid::runButton)->setEnabled(!busy() && !status.running);

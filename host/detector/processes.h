@@ -81,6 +81,8 @@ public:
     std::uint64_t ageSeconds() const;
 
 private:
+    friend bool bothRunning(const ProcessIdentity& first, const ProcessIdentity& second);
+
     ProcessIdentity(std::uint32_t pid, std::uintptr_t handle, std::uint64_t created)
         : pid_(pid), handle_(handle), created_(created) {}
 
@@ -90,6 +92,11 @@ private:
     // The creation time in the system's ticks (native::processCreationTime).
     std::uint64_t created_ = 0;
 };
+
+// Whether both held processes still run, asked of the system once where it can (one wait on both
+// handles on Windows): the window's tick asks it of the server's master and worker, and under
+// Wine every question is a request to the wineserver.
+bool bothRunning(const ProcessIdentity& first, const ProcessIdentity& second);
 
 // What each system provides beneath the functions above.
 // Whole seconds from start to now, both in ticks of the given rate; 0 when the clock stands before

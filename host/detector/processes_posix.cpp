@@ -131,4 +131,8 @@ std::uint64_t ProcessIdentity::ageSeconds() const {
     return native::secondsSinceCreation(created_);
 }
 
+bool bothRunning(const ProcessIdentity& first, const ProcessIdentity& second) {
+    return first.running() && second.running();
+}
+
 } // namespace detector

@@ -4,6 +4,8 @@
 
 #include <tlhelp32.h>
 
+#include <iterator>
+
 #include "foundation/exceptions.h"
 #include "host/detector/scoped_handle_windows.h"
 
@@ -131,6 +133,14 @@ bool ProcessIdentity::running() const {
 
 std::uint64_t ProcessIdentity::ageSeconds() const {
     return native::secondsSinceCreation(created_);
+}
+
+bool bothRunning(const ProcessIdentity& first, const ProcessIdentity& second) {
+    // Neither handle signalled: neither process has ended.
+    const HANDLE handles[] = {reinterpret_cast<HANDLE>(first.handle_),
+                              reinterpret_cast<HANDLE>(second.handle_)};
+    return WaitForMultipleObjects(static_cast<DWORD>(std::size(handles)), handles, FALSE, 0) ==
+           WAIT_TIMEOUT;
 }
 
 } // namespace detector

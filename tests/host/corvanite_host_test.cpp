@@ -5,6 +5,7 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -21,6 +22,7 @@
 #include "host/host_facts.h"
 #include "host/host_files.h"
 #include "host/log_level.h"
+#include "host/server_master.h"
 #include "tests/support/foundation/temp_folder.h"
 #include "tests/support/host/host_double.h"
 #include "tests/support/host/model_installation.h"
@@ -233,6 +235,18 @@ TEST_F(HostModel, RefreshesFromTwoThreadsMeetAStopAndAStartSafely) {
     EXPECT_EQ(runningStatus(*host).port, std::to_string(port));
 }
 
+// The tray menu takes the master's state from the tick's refresh instead of asking again.
+TEST_F(HostModel, TheRefreshTellsTheMastersStateAsIsServerRunningDoesOrNothingWhileBusy) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    EXPECT_EQ(host->serverStatus().masterRunning, std::optional<bool>(true));
+    ASSERT_TRUE(host->claimOperation());
+    EXPECT_EQ(host->serverStatus().masterRunning, std::nullopt);
+    host->stopServer();
+    ASSERT_FALSE(isServerRunning());
+    EXPECT_EQ(host->serverStatus().masterRunning, std::optional<bool>(false));
+}
+
 TEST_F(HostModel, AClaimHoldsTheHostUntilTheClaimedOperationEnds) {
     startWithServer();
     ASSERT_TRUE(runningStatus(*host).running);
@@ -289,6 +303,29 @@ TEST_F(HostModel, AWarmTickOnLoopbackTakesNoProcessSnapshot) {
     startWithServer("info", "127.0.0.1");
     expectAWarmTickReadsNothing(*host, port);
     EXPECT_EQ(host->serverStatus().address, "127.0.0.1");
+}
+
+// A warm tick asks after the held master and the held worker in one question; when the worker
+// has ended, the master is still answered without a snapshot and the worker is left to the caller.
+TEST_F(HostModel, TheHeldMasterAndAWorkerBesideItAreAskedTogether) {
+    startWithServer();
+    ASSERT_TRUE(runningStatus(*host).running);
+    const std::uint32_t master = readServerPid();
+    const std::uint32_t worker = detector::childProcessId(master, hostFileName);
+    ASSERT_NE(worker, 0u);
+    const std::optional<detector::ProcessIdentity> held = detector::ProcessIdentity::hold(worker);
+    ASSERT_TRUE(held.has_value());
+    const std::uint64_t snapshots = detector::snapshotCount();
+    const ServerMaster both = serverMaster(&*held);
+    EXPECT_EQ(both.pid, master);
+    EXPECT_TRUE(both.running);
+    EXPECT_EQ(both.alongsideRunning, std::optional<bool>(true));
+    EXPECT_FALSE(serverMaster().alongsideRunning.has_value());
+    ASSERT_TRUE(detector::native::terminateProcess(worker));
+    const ServerMaster alone = serverMaster(&*held);
+    EXPECT_TRUE(alone.running);
+    EXPECT_FALSE(alone.alongsideRunning.has_value());
+    EXPECT_EQ(detector::snapshotCount(), snapshots);
 }
 
 TEST_F(HostModel, AWorkerThatEndsWhileItsMasterRunsIsLookedForAgain) {

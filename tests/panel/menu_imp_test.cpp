@@ -294,4 +294,20 @@ TEST_F(MenuUpdateTest, ARunningServersMenuIsLeftAsItIsAndItsTextsRewritten) {
     EXPECT_EQ(cp1251ToUtf8(menu.entries()[0].text), "Остановить");
 }
 
+// The tick hands over what its status refresh saw; the menu doesn't ask the system again.
+TEST_F(MenuUpdateTest, UpdateWithTheRefreshsAnswerSwapsByThatAnswerAlone) {
+    panel.makeHost();
+    getHost()->stopServer();
+    menu.addItem(item("CVCP-003001", 4));
+    menu.addItem(MenuItem{"CVCP-000001", makeServerCommand(1)});
+    // No server runs: only the answer given can put Stop in Run's place.
+    ASSERT_FALSE(isServerRunning());
+    menu.update(true);
+    EXPECT_EQ(ids(menu), (std::vector<std::int32_t>{4, 2}));
+    EXPECT_EQ(menu.entries()[1].text, "Stop");
+    menu.update(false);
+    EXPECT_EQ(ids(menu), (std::vector<std::int32_t>{4, 1}));
+    EXPECT_EQ(menu.entries()[1].text, "Run");
+}
+
 } // namespace

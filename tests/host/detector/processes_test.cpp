@@ -197,6 +197,27 @@ TEST(Processes, AHeldProcessMovesWithItsHolder) {
     EXPECT_TRUE(moved.running());
 }
 
+// Either one of the two ending makes the answer false, whichever is named first.
+TEST(Processes, BothRunningIsTrueUntilEitherHeldProcessEnds) {
+    LingeringProcess first("LingeringFirst");
+    const LingeringProcess second("LingeringSecond");
+    ASSERT_NE(first.pid, 0u);
+    ASSERT_NE(second.pid, 0u);
+    const std::optional<detector::ProcessIdentity> heldFirst =
+        detector::ProcessIdentity::hold(first.pid);
+    const std::optional<detector::ProcessIdentity> heldSecond =
+        detector::ProcessIdentity::hold(second.pid);
+    ASSERT_TRUE(heldFirst.has_value() && heldSecond.has_value());
+    const std::uint64_t before = detector::snapshotCount();
+    EXPECT_TRUE(detector::bothRunning(*heldFirst, *heldSecond));
+    EXPECT_TRUE(detector::bothRunning(*heldSecond, *heldFirst));
+    EXPECT_EQ(detector::snapshotCount(), before);
+    ASSERT_TRUE(detector::native::terminateProcess(first.pid));
+    EXPECT_FALSE(detector::bothRunning(*heldFirst, *heldSecond));
+    EXPECT_FALSE(detector::bothRunning(*heldSecond, *heldFirst));
+    EXPECT_TRUE(heldSecond->running());
+}
+
 // Creation times of a made-up process list; a pid without a time is one the system won't tell.
 detector::CreationTimes timesOf(std::map<std::uint32_t, std::uint64_t> times) {
     return [times = std::move(times)](std::uint32_t pid) -> std::optional<std::uint64_t> {
