@@ -10,6 +10,7 @@ import datetime
 import json
 import platform
 import re
+import statistics
 import subprocess
 import sys
 from pathlib import Path
@@ -109,9 +110,21 @@ def idle_cost(usage: dict, baseline: dict) -> float:
                                       baseline["wineserver_cpu_percent"])
 
 
+def baseline_of(states: dict) -> dict:
+    """The prefix's idle wineserver, sampled before the programs and after them: the mean of the
+    two, or the one that was measured."""
+    samples = [usage for usage in (usage_of(states, name) for name in ("baseline", "baseline_end"))
+               if usage]
+    if not samples:
+        return {}
+    return dict(samples[0], wineserver_cpu_percent=sum(
+        sample["wineserver_cpu_percent"] for sample in samples) / len(samples))
+
+
 def idle_cell(states: dict, state: str) -> str:
     """The idle cost of the panel in one state against Notepad's, both above the same baseline."""
-    usage, baseline, notepad = (usage_of(states, name) for name in (state, "baseline", "notepad"))
+    usage, notepad = usage_of(states, state), usage_of(states, "notepad")
+    baseline = baseline_of(states)
     if not usage or not baseline or not notepad:
         return missing(states, state if not usage else "baseline" if not baseline else "notepad")
     own, peer = idle_cost(usage, baseline), idle_cost(notepad, baseline)
@@ -141,14 +154,14 @@ def start_cell(states: dict, key: str, target_ms: float) -> str:
     times = states.get("start", {}).get("starts", {}).get(key, [])
     if not times:
         return missing(states, "start")
-    median = sorted(times)[len(times) // 2]
+    median = round(statistics.median(times))
     against = f"{median / target_ms:.2f}× of {target_ms:.0f} ms; " if target_ms else ""
     return f"{median} ms ({against}median of {len(times)}, {min(times)}–{max(times)} ms)"
 
 
 def idle(facts) -> dict:
-    """The measured states by name: "baseline", "tray", "window", "notepad", "tray_loopback",
-    "window_loopback", "start"."""
+    """The measured states by name: "baseline", "tray", "window", "notepad", "baseline_end",
+    "tray_loopback", "window_loopback", "start"."""
     states = facts if isinstance(facts, list) else [dict(facts, state="tray")]
     return {state.get("state", "tray"): state for state in states if isinstance(state, dict)}
 

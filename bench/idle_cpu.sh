@@ -99,9 +99,12 @@ measure_notepad() {
 }
 
 # The prefix with the server running and no program of ours: what the wineserver costs anyway.
+# Sampled before the programs and again after them (STATE "baseline_end"): the wineserver's own
+# idle work drifts by about as much as a program adds to it.
 measure_baseline() {
+    local state=${1:-baseline}
     sleep "$settle_seconds"
-    echo "{\"state\": \"baseline\", \"usage\": $(idle_usage "" "$sample_seconds")}"
+    echo "{\"state\": \"$state\", \"usage\": $(idle_usage "" "$sample_seconds")}"
 }
 
 # Milliseconds from the start of the panel to its window being visible on the display, then the
@@ -169,6 +172,8 @@ measure_idle() {
     measure_panel "$installation" "$program" window
     echo ","
     measure_notepad "$installation"
+    echo ","
+    measure_baseline baseline_end
     echo ","
     # The same server bound to the loopback address alone: its connection row names the address,
     # which the panel looked up differently before it kept the worker.
