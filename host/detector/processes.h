@@ -63,7 +63,8 @@ std::uint64_t processUptime(std::uint32_t pid);
 
 // One process held by what tells it from every other process, so that whether it still runs and
 // since when can be asked again without a snapshot: on Windows an open handle (which also keeps
-// its number from being given out again), elsewhere its pid and start time.
+// its number from being given out again), elsewhere its pid and start time, with a process
+// descriptor where the system gives one.
 class ProcessIdentity {
 public:
     // Holds the process with this pid; no value when it isn't there or can't be opened.
