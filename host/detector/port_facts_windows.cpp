@@ -17,14 +17,7 @@
 namespace detector::native {
 
 std::vector<TcpTableRow> readTcp6Table() {
-    DWORD size = 0;
-    if (readExtendedTcpTable(nullptr, size, AF_INET6) != ERROR_INSUFFICIENT_BUFFER) {
-        throw InternalError();
-    }
-    std::vector<unsigned char> block(size);
-    if (readExtendedTcpTable(block.data(), size, AF_INET6) != NO_ERROR) {
-        throw InternalError();
-    }
+    const std::vector<std::uint8_t> block = readExtendedTcpTableBlock(AF_INET6);
     const auto* table = reinterpret_cast<const MIB_TCP6TABLE_OWNER_PID*>(block.data());
     std::vector<TcpTableRow> rows;
     for (DWORD index = 0; index < table->dwNumEntries; ++index) {

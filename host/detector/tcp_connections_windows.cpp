@@ -6,30 +6,32 @@
 
 #include <iphlpapi.h>
 
-#include <cstdlib>
+#include <atomic>
+#include <cstdint>
 
 #include "foundation/exceptions.h"
 #include "foundation/system_library_windows.h"
+#include "host/detector/growing_table.h"
 #include "host/detector/tcp_table_windows.h"
 
 namespace detector::native {
 
 namespace {
 
-// The C allocator's block, freed on every way out.
-struct BlockHolder {
-    void* block;
-    ~BlockHolder() { std::free(block); }
-};
-
 using TableFunction = DWORD(WINAPI*)(PVOID, PDWORD, BOOL, ULONG, TCP_TABLE_CLASS, ULONG);
 
-DWORD readTable(void* block, DWORD& size) {
-    return readExtendedTcpTable(block, size, AF_INET);
+// Room for some two hundred rows at the first read of the program, so that the table of an
+// ordinary machine comes in one call; after that the size that fitted last.
+constexpr std::uint32_t firstBlockSize = 4096;
+
+std::atomic<std::uint32_t>& lastTableSize(ULONG family) {
+    static std::atomic<std::uint32_t> ipv4{firstBlockSize};
+    static std::atomic<std::uint32_t> ipv6{firstBlockSize};
+    return family == AF_INET6 ? ipv6 : ipv4;
 }
 
-} // namespace
-
+// GetExtendedTcpTable of IP Helper, loaded from the system folder: the connections of the family
+// with their owners' pids. ERROR_NOT_SUPPORTED when the library lacks it.
 DWORD readExtendedTcpTable(void* block, DWORD& size, ULONG family) {
     static const auto read =
         systemFunctionAs<TableFunction>(L"iphlpapi.dll", "GetExtendedTcpTable");
@@ -39,20 +41,28 @@ DWORD readExtendedTcpTable(void* block, DWORD& size, ULONG family) {
     return read(block, &size, TRUE, family, TCP_TABLE_OWNER_PID_ALL, 0);
 }
 
+} // namespace
+
+std::vector<std::uint8_t> readExtendedTcpTableBlock(ULONG family) {
+    std::atomic<std::uint32_t>& lastSize = lastTableSize(family);
+    std::vector<std::uint8_t> block = readGrowingTable(
+        lastSize.load(std::memory_order_relaxed),
+        [family](std::vector<std::uint8_t>& into, std::uint32_t& needed) {
+            DWORD size = static_cast<DWORD>(into.size());
+            const DWORD result = readExtendedTcpTable(into.data(), size, family);
+            needed = size;
+            if (result == NO_ERROR) {
+                return TableRead::done;
+            }
+            return result == ERROR_INSUFFICIENT_BUFFER ? TableRead::tooSmall : TableRead::failed;
+        });
+    lastSize.store(static_cast<std::uint32_t>(block.size()), std::memory_order_relaxed);
+    return block;
+}
+
 std::vector<TcpTableRow> readTcpTable() {
-    DWORD size = 0;
-    if (readTable(nullptr, size) != ERROR_INSUFFICIENT_BUFFER) {
-        throw InternalError();
-    }
-    const BlockHolder holder{std::malloc(size)};
-    if (holder.block == nullptr) {
-        throw InternalError();
-    }
-    // No second try: a table that grew between the two calls fails the whole read.
-    if (readTable(holder.block, size) != NO_ERROR) {
-        throw InternalError();
-    }
-    const auto* table = static_cast<const MIB_TCPTABLE_OWNER_PID*>(holder.block);
+    const std::vector<std::uint8_t> block = readExtendedTcpTableBlock(AF_INET);
+    const auto* table = reinterpret_cast<const MIB_TCPTABLE_OWNER_PID*>(block.data());
     std::vector<TcpTableRow> rows;
     rows.reserve(table->dwNumEntries);
     for (DWORD index = 0; index < table->dwNumEntries; ++index) {

@@ -2,10 +2,13 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <vector>
+
 namespace detector::native {
 
-// GetExtendedTcpTable of IP Helper, loaded from the system folder, for the family given: the
-// connections with their owners' pids. ERROR_NOT_SUPPORTED when the library lacks it.
-DWORD readExtendedTcpTable(void* block, DWORD& size, ULONG family);
+// The family's table of GetExtendedTcpTable with the owners' pids, read again while it grows
+// between the calls. Raises detector::InternalError.
+std::vector<std::uint8_t> readExtendedTcpTableBlock(ULONG family);
 
 } // namespace detector::native
