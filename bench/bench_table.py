@@ -151,12 +151,16 @@ def memory_cell(states: dict) -> str:
 
 
 def start_cell(states: dict, key: str, target_ms: float) -> str:
-    times = states.get("start", {}).get("starts", {}).get(key, [])
+    starts = states.get("start", {}).get("starts", {}).get(key, [])
+    times = [time for time in starts if time is not None]
     if not times:
         return missing(states, "start")
     median = round(statistics.median(times))
     against = f"{median / target_ms:.2f}× of {target_ms:.0f} ms; " if target_ms else ""
-    return f"{median} ms ({against}median of {len(times)}, {min(times)}–{max(times)} ms)"
+    lost = len(starts) - len(times)
+    no_window = f"; {lost} without a window within 60 s" if lost else ""
+    return (f"{median} ms ({against}median of {len(times)}, {min(times)}–{max(times)} ms"
+            f"{no_window})")
 
 
 def idle(facts) -> dict:
