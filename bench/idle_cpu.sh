@@ -107,45 +107,61 @@ measure_baseline() {
     echo "{\"state\": \"$state\", \"usage\": $(idle_usage "" "$sample_seconds")}"
 }
 
-# Milliseconds from the start of the panel to its window being mapped on the display, then the
-# panel is asked to quit. The title holds "Corvanite" in every language. The display's map event
-# is waited for (bench/window_shown.py), so that nothing else runs while the panel starts.
-start_to_window() {
-    local installation=$1 program=$2 shown start pid
+# Milliseconds from the start of PROGRAM in the installation folder to a window whose title holds
+# TITLE being mapped on the display; "null" when none came within 60 s. The display's map event is
+# waited for (bench/window_shown.py), so that nothing else runs while the program starts.
+time_to_window() {
+    local installation=$1 program=$2 title=$3 shown start now=""
     shown=$(mktemp)
-    python3 bench/window_shown.py Corvanite 60 >"$shown" &
+    python3 bench/window_shown.py "$title" 60 >"$shown" &
     local waiter=$!
     until grep -q ready "$shown" || ! kill -0 "$waiter" 2>/dev/null; do
         sleep 0.01
     done
     start=$(date +%s%N)
     (cd "$installation" && setsid "$CORVANITE_WINE" "$program" </dev/null >/dev/null 2>&1 &)
-    local now=""
     wait "$waiter" && now=$(tail -n 1 "$shown")
     rm -f "$shown"
+    if [ -n "$now" ]; then echo $(((now - start) / 1000000)); else echo null; fi
+}
+
+# The panel's start to its window, then the panel is asked to quit. The title holds "Corvanite" in
+# every language.
+start_to_window() {
+    local installation=$1 program=$2 pid
+    time_to_window "$installation" "$program" Corvanite
     pid=$(wine_process_pid CVHControlPanel.exe)
     "$CORVANITE_WINE" "$program" --quit </dev/null >/dev/null 2>&1
     wait_for_end "$pid"
-    # A window that never came is told as null.
-    if [ -n "$now" ]; then echo $(((now - start) / 1000000)); else echo null; fi
+}
+
+# Wine's Notepad the same way, then ended: what the start of any program with a window costs on
+# this Wine and display.
+notepad_to_window() {
+    local installation=$1 pid
+    time_to_window "$installation" notepad.exe Notepad
+    pid=$(wine_process_pid notepad.exe) && { kill "$pid"; wait_for_end "$pid"; }
 }
 
 # Starts of the panel, RUNS times after one untimed start: with the server running, and with the
 # server stopped before each start, so that the panel starts it and waits for it. Prints a JSON
 # object of the times in ms.
 measure_starts() {
-    local installation=$1 program=$2 runs=$3 running=() starting=() _
+    local installation=$1 program=$2 runs=$3 running=() starting=() notepad=() _
     # One start untimed: the rows are of a warm Wine, with the program's files already read.
     start_to_window "$installation" "$program" >/dev/null
+    notepad_to_window "$installation" >/dev/null
     for _ in $(seq "$runs"); do
         running+=("$(start_to_window "$installation" "$program")")
+        notepad+=("$(notepad_to_window "$installation")")
     done
     for _ in $(seq "$runs"); do
         stop_server "$installation" "$CORVANITE_WINE" >/dev/null
         starting+=("$(start_to_window "$installation" "$program")")
     done
     local IFS=,
-    echo "{\"server_running_ms\": [${running[*]}], \"server_starting_ms\": [${starting[*]}]}"
+    echo "{\"server_running_ms\": [${running[*]}], \"server_starting_ms\": [${starting[*]}]," \
+        "\"notepad_ms\": [${notepad[*]}]}"
 }
 
 # Starts the installation's server as the panel would, and waits for its pid file.
